@@ -1,0 +1,32 @@
+# A room is a static library that links only the rooms and Qt modules named after LINKS.
+#
+#   stowlark_room(NAME [ENGINE] SOURCES ... LINKS ...)
+#
+# An ENGINE room knows no screen: headers of Qt's Gui, Widgets, Qml and Quick modules end the compilation.
+
+qt_standard_project_setup()
+
+add_library(stowlark_options INTERFACE)
+target_compile_features(stowlark_options INTERFACE cxx_std_20)
+target_compile_definitions(stowlark_options INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS
+    QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_compile_options(stowlark_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    $<$<BOOL:${STOWLARK_WERROR}>:-Werror>)
+if(STOWLARK_SANITIZE)
+    target_compile_options(stowlark_options INTERFACE -fsanitize=${STOWLARK_SANITIZE} -fno-omit-frame-pointer)
+    target_link_options(stowlark_options INTERFACE -fsanitize=${STOWLARK_SANITIZE})
+endif()
+
+add_library(stowlark_no_screen INTERFACE)
+target_include_directories(stowlark_no_screen BEFORE INTERFACE ${CMAKE_CURRENT_LIST_DIR}/no_screen)
+
+function(stowlark_room name)
+    cmake_parse_arguments(room "ENGINE" "" "SOURCES;LINKS" ${ARGN})
+    add_library(stowlark_${name} STATIC ${room_SOURCES})
+    target_include_directories(stowlark_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(stowlark_${name} PUBLIC ${room_LINKS} PRIVATE stowlark_options)
+    if(room_ENGINE)
+        target_link_libraries(stowlark_${name} PRIVATE stowlark_no_screen)
+    endif()
+endfunction()

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "archive/tools.h"
+
+#include <QCoro/QCoroTask>
+
+namespace stowlark {
+
+/// The extractors. Each unpacks `archive` into the empty folder `outputDir` with one run of its tool, and
+/// throws what `shell` throws. What was unpacked before a failure stays.
+QCoro::Task<> runUnzip(Tools tools, Path archive, Path outputDir);
+QCoro::Task<> runUntar(Tools tools, Path archive, Path outputDir);
+
+/// Awaits the extractor that the archive's name calls for; throws ArchiveError::commandFailed if there is
+/// none.
+QCoro::Task<> extractInto(Tools tools, Path archive, Path outputDir);
+
+} // namespace stowlark

@@ -1,0 +1,56 @@
+#include "archive/staging.h"
+
+#include "foundation/copy_item.h"
+#include "foundation/errors.h"
+#include "foundation/file_url.h"
+
+#include <QUuid>
+
+#include <cerrno>
+#include <unordered_map>
+
+#include <sys/stat.h>
+
+namespace stowlark {
+namespace {
+
+bool isTaken(const Path &path) {
+    struct stat info {};
+    return ::lstat(path.c_str(), &info) == 0;
+}
+
+} // namespace
+
+Path uniqueTemporaryPath(std::string_view prefix) {
+    const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
+    return temporaryDirectory() / (std::string(prefix) + id.toStdString());
+}
+
+std::string numberedName(const std::string &name, int n) {
+    if (n == 0) {
+        return name;
+    }
+    const std::string extension = pathExtension(name);
+    return deletingPathExtension(name) + '_' + std::to_string(n) + (extension.empty() ? "" : '.' + extension);
+}
+
+Path stageFiles(const std::vector<Path> &files) {
+    Path stageDir = uniqueTemporaryPath("Crateloom-");
+    std::error_code error;
+    std::filesystem::create_directories(stageDir.parent_path(), error);
+    if (::mkdir(stageDir.c_str(), 0700) != 0) {
+        throw PlatformError(PlatformError::Action::createFolder, stageDir, errno);
+    }
+    std::unordered_map<std::string, int> firstNumber; // of the names seen: all below it are taken
+    for (const Path &file : files) {
+        const std::string name = lastPathComponent(file);
+        int &n = firstNumber[name];
+        while (isTaken(stageDir / numberedName(name, n))) {
+            ++n;
+        }
+        copyItem(file, stageDir / numberedName(name, n));
+    }
+    return stageDir;
+}
+
+} // namespace stowlark

@@ -1,0 +1,196 @@
+#include "foundation/child_process.h"
+
+#include "foundation/descriptor.h"
+#include "foundation/errors.h"
+#include "foundation/file_url.h"
+#include "foundation/worker.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char **environ; // NOLINT(readability-redundant-declaration): not declared on macOS
+
+namespace stowlark {
+namespace {
+
+constexpr auto nullDevice = "/dev/null";
+
+class SpawnActions {
+public:
+    SpawnActions() { ::posix_spawn_file_actions_init(&actions_); }
+    ~SpawnActions() { ::posix_spawn_file_actions_destroy(&actions_); }
+    SpawnActions(const SpawnActions &) = delete;
+    SpawnActions &operator=(const SpawnActions &) = delete;
+    posix_spawn_file_actions_t *get() { return &actions_; }
+
+private:
+    posix_spawn_file_actions_t actions_{};
+};
+
+/// A session of its own, no signal blocked or ignored, and no descriptor but the standard ones.
+class SpawnAttributes {
+public:
+    SpawnAttributes() {
+        ::posix_spawnattr_init(&attributes_);
+        sigset_t signals;
+        ::sigemptyset(&signals);
+        ::posix_spawnattr_setsigmask(&attributes_, &signals);
+        ::sigfillset(&signals);
+        ::posix_spawnattr_setsigdefault(&attributes_, &signals);
+        int flags = POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+#ifdef __APPLE__
+        flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
+#endif
+        ::posix_spawnattr_setflags(&attributes_, static_cast<short>(flags));
+    }
+    ~SpawnAttributes() {
+        ::posix_spawnattr_destroy(&attributes_);
+    }
+    SpawnAttributes(const SpawnAttributes &) = delete;
+    SpawnAttributes &operator=(const SpawnAttributes &) = delete;
+    const posix_spawnattr_t *get() const {
+        return &attributes_;
+    }
+
+private:
+    posix_spawnattr_t attributes_{};
+};
+
+std::vector<char *> pointers(std::vector<std::string> &strings) {
+    std::vector<char *> result;
+    result.reserve(strings.size() + 1);
+    for (std::string &string : strings) {
+        result.push_back(string.data());
+    }
+    result.push_back(nullptr);
+    return result;
+}
+
+std::vector<std::string> mergedEnvironment(const std::map<std::string, std::string> &additions) {
+    std::vector<std::string> result;
+    for (char **entry = environ; *entry != nullptr; ++entry) {
+        const std::string_view variable = *entry;
+        if (!additions.contains(std::string(variable.substr(0, variable.find('='))))) {
+            result.emplace_back(variable);
+        }
+    }
+    for (const auto &[name, value] : additions) {
+        result.push_back(name + '=' + value);
+    }
+    return result;
+}
+
+/// Starts the child with its output going to `output`, or to the null device if that is -1.
+pid_t launch(const Command &command, int output) {
+    SpawnActions actions;
+    if (output < 0) {
+        ::posix_spawn_file_actions_addopen(actions.get(), STDOUT_FILENO, nullDevice, O_WRONLY, 0);
+        output = STDOUT_FILENO;
+    }
+    ::posix_spawn_file_actions_adddup2(actions.get(), output, STDOUT_FILENO);
+    ::posix_spawn_file_actions_adddup2(actions.get(), STDOUT_FILENO, STDERR_FILENO);
+    // After the others: were a standard descriptor closed in this program, the output could be number 0.
+    ::posix_spawn_file_actions_addopen(actions.get(), STDIN_FILENO, nullDevice, O_RDONLY, 0);
+#ifdef __GLIBC__
+    ::posix_spawn_file_actions_addclosefrom_np(actions.get(), STDERR_FILENO + 1);
+#endif
+    if (command.workingDirectory) {
+        ::posix_spawn_file_actions_addchdir_np(actions.get(), command.workingDirectory->c_str());
+    }
+
+    std::vector<std::string> arguments{command.tool.native()};
+    arguments.insert(arguments.end(), command.arguments.begin(), command.arguments.end());
+    std::vector<std::string> variables;
+    std::vector<char *> environment;
+    if (command.environment) {
+        variables = mergedEnvironment(*command.environment);
+        environment = pointers(variables);
+    }
+
+    const SpawnAttributes attributes;
+    pid_t child = -1;
+    const int error =
+        ::posix_spawn(&child, command.tool.c_str(), actions.get(), attributes.get(),
+                      pointers(arguments).data(), command.environment ? environment.data() : environ);
+    if (error != 0) {
+        if (command.workingDirectory && ::access(command.workingDirectory->c_str(), X_OK) != 0) {
+            throw PlatformError(PlatformError::Action::openFolder, *command.workingDirectory, errno);
+        }
+        throw PlatformError(PlatformError::Action::launch, command.tool, error);
+    }
+    return child;
+}
+
+bool waitForSuccess(pid_t child) {
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0) {
+        if (errno != EINTR) {
+            return false;
+        }
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+Descriptor unlinkedTemporaryFile() {
+    std::string name = (temporaryDirectory() / "stowlark-output-XXXXXX").native();
+    Descriptor file(::mkostemp(name.data(), O_APPEND | O_CLOEXEC));
+    if (!file) {
+        throw PlatformError(PlatformError::Action::openFolder, temporaryDirectory(), errno);
+    }
+    ::unlink(name.c_str());
+    return file;
+}
+
+QByteArray wholeContents(int file) {
+    struct stat info {};
+    if (::fstat(file, &info) != 0) {
+        return {};
+    }
+    QByteArray bytes(static_cast<qsizetype>(info.st_size), Qt::Uninitialized);
+    qsizetype length = 0;
+    while (length < bytes.size()) {
+        const ssize_t count =
+            ::pread(file, bytes.data() + length, static_cast<std::size_t>(bytes.size() - length), length);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            break;
+        }
+        length += count;
+    }
+    bytes.truncate(length);
+    return bytes;
+}
+
+} // namespace
+
+QCoro::Task<ChildEnd> runChild(Command command) {
+    const Descriptor output = unlinkedTemporaryFile();
+    const pid_t child = launch(command, output.get());
+    co_return co_await onWorker([child, file = output.get()] {
+        ChildEnd end;
+        end.succeeded = waitForSuccess(child);
+        if (!end.succeeded) {
+            end.output = wholeContents(file);
+        }
+        return end;
+    });
+}
+
+bool runChildQuietly(const Command &command) noexcept {
+    try {
+        return waitForSuccess(launch(command, -1));
+    } catch (const std::exception &) {
+        return false;
+    }
+}
+
+} // namespace stowlark

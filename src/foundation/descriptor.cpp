@@ -1,0 +1,54 @@
+#include "foundation/descriptor.h"
+
+#include <cerrno>
+#include <memory>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace stowlark {
+
+Descriptor::~Descriptor() {
+    if (fd_ >= 0) {
+        ::close(fd_);
+    }
+}
+
+Descriptor openFolder(int folder, const char *name) {
+    return Descriptor(::openat(folder, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+int readFolder(int folder, std::vector<FolderEntry> &entries) {
+    // The stream takes over the descriptor it is given, so it gets one of its own.
+    const int fd = ::fcntl(folder, F_DUPFD_CLOEXEC, 0);
+    const std::unique_ptr<DIR, int (*)(DIR *)> stream(fd < 0 ? nullptr : ::fdopendir(fd), &::closedir);
+    if (!stream) {
+        const int error = errno;
+        if (fd >= 0) {
+            ::close(fd);
+        }
+        return error;
+    }
+    while (true) {
+        errno = 0;
+        const dirent *entry = ::readdir(stream.get()); // NOLINT(concurrency-mt-unsafe): a stream of its own
+        if (entry == nullptr) {
+            return errno;
+        }
+        const std::string name = entry->d_name;
+        if (name == "." || name == "..") {
+            continue;
+        }
+        bool isFolder = entry->d_type == DT_DIR;
+        if (entry->d_type == DT_UNKNOWN) {
+            struct stat info {};
+            isFolder =
+                ::fstatat(folder, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(info.st_mode);
+        }
+        entries.push_back({name, isFolder});
+    }
+}
+
+} // namespace stowlark

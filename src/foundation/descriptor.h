@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace stowlark {
+
+/// An open file descriptor that it owns and closes; -1 holds none.
+class Descriptor {
+public:
+    Descriptor() = default;
+    explicit Descriptor(int fd)
+        : fd_(fd) {}
+    Descriptor(Descriptor &&other) noexcept
+        : fd_(std::exchange(other.fd_, -1)) {}
+    Descriptor &operator=(Descriptor &&other) noexcept {
+        std::swap(fd_, other.fd_);
+        return *this;
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+    ~Descriptor();
+
+    int get() const { return fd_; }
+    explicit operator bool() const { return fd_ >= 0; }
+
+private:
+    int fd_ = -1;
+};
+
+/// Opens a folder for reading, by a path relative to `folder`. The last component is not followed if it is a
+/// link. On failure it holds none and errno tells why.
+Descriptor openFolder(int folder, const char *name);
+
+struct FolderEntry {
+    std::string name;
+    bool isFolder;
+};
+
+/// The entries of an open folder but "." and "..", in the system's order, hidden ones included. Reads from
+/// the start, once for each open folder. Returns errno, 0 on success.
+int readFolder(int folder, std::vector<FolderEntry> &entries);
+
+} // namespace stowlark
