@@ -11,8 +11,7 @@ target_compile_features(stowlark_options INTERFACE cxx_std_20)
 target_compile_definitions(stowlark_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-target_compile_options(stowlark_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
-    $<$<BOOL:${STOWLARK_WERROR}>:-Werror>)
+set(STOWLARK_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${STOWLARK_WERROR}>:-Werror>)
 if(STOWLARK_SANITIZE)
     target_compile_options(stowlark_options INTERFACE -fsanitize=${STOWLARK_SANITIZE} -fno-omit-frame-pointer)
     target_link_options(stowlark_options INTERFACE -fsanitize=${STOWLARK_SANITIZE})
@@ -26,6 +25,7 @@ function(stowlark_room name)
     add_library(stowlark_${name} STATIC ${room_SOURCES})
     target_include_directories(stowlark_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(stowlark_${name} PUBLIC ${room_LINKS} PRIVATE stowlark_options)
+    target_compile_options(stowlark_${name} PRIVATE ${STOWLARK_WARNINGS})
     if(room_ENGINE)
         target_link_libraries(stowlark_${name} PRIVATE stowlark_no_screen)
     endif()

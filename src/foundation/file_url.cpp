@@ -6,7 +6,11 @@
 namespace stowlark {
 
 Path path(const QUrl &fileUrl) {
-    return QByteArray::fromPercentEncoding(fileUrl.path(QUrl::FullyEncoded).toLatin1()).toStdString();
+    QByteArray bytes = QByteArray::fromPercentEncoding(fileUrl.path(QUrl::FullyEncoded).toLatin1());
+    while (bytes.size() > 1 && bytes.endsWith('/')) {
+        bytes.chop(1);
+    }
+    return bytes.toStdString();
 }
 
 QUrl fileUrl(const Path &path) {

@@ -6,7 +6,7 @@
 
 namespace stowlark {
 
-/// The path of a file URL, byte for byte, also where its bytes are no UTF-8.
+/// The path of a file URL, byte for byte, also where its bytes are no UTF-8; without slashes at its end.
 Path path(const QUrl &fileUrl);
 
 /// The file URL of an absolute path; `path()` gives the same bytes back.

@@ -1,0 +1,20 @@
+#include "app/appearance.h"
+#include "app/stowlark_app.h"
+
+#include <QApplication>
+#include <QQuickStyle>
+
+#include <csignal>
+
+int main(int argc, char *argv[]) {
+    // A parent may have had them ignored, which is inherited; then the end of a tool could not be waited for.
+    std::signal(SIGCHLD, SIG_DFL); // NOLINT(cert-err33-c)
+    const QApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Stowlark"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(STOWLARK_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("stowlark"));
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    stowlark::applyAppearance();
+    stowlark::StowlarkApp program;
+    return program.window() == nullptr ? EXIT_FAILURE : QApplication::exec();
+}

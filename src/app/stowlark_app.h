@@ -1,0 +1,28 @@
+#pragma once
+
+#include "desktop/desktop.h"
+#include "window/content_view.h"
+
+#include <QQmlApplicationEngine>
+#include <QQuickWindow>
+
+namespace stowlark {
+
+/// The program put together: one window with its state. Made after the QApplication. Once the window is closed the
+/// application quits, after the operation that may still be running.
+class StowlarkApp {
+public:
+    explicit StowlarkApp(Desktop desktop = systemDesktop());
+
+    ContentView &view() { return view_; }
+    /// Null if the window could not be made.
+    QQuickWindow *window() const;
+
+private:
+    void quitWhenDone();
+
+    ContentView view_;
+    QQmlApplicationEngine engine_; ///< after, and so gone before, what its window shows
+};
+
+} // namespace stowlark

@@ -1,0 +1,23 @@
+#include "desktop/desktop.h"
+
+#include "desktop/open_panel.h"
+#include "desktop/workspace.h"
+
+#include <QDir>
+#include <QStandardPaths>
+
+namespace stowlark {
+
+Desktop systemDesktop() {
+    return {.chooseFilesAndFolders = &chooseFilesAndFolders,
+            .chooseArchive = &chooseArchive,
+            .chooseFolder = &chooseFolder,
+            .reveal = &reveal};
+}
+
+QUrl desktopURL() {
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    return QUrl::fromLocalFile(!folder.isEmpty() && QDir(folder).exists() ? folder : QDir::homePath());
+}
+
+} // namespace stowlark

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QCoro/QCoroTask>
+
+#include <QList>
+#include <QUrl>
+
+#include <functional>
+#include <optional>
+
+namespace stowlark {
+
+/// What the window asks of the desktop. Choosers end with nothing when the user cancels. All URLs are file URLs.
+struct Desktop {
+    std::function<QCoro::Task<QList<QUrl>>()> chooseFilesAndFolders;
+    std::function<QCoro::Task<std::optional<QUrl>>()> chooseArchive;
+    std::function<QCoro::Task<std::optional<QUrl>>()> chooseFolder;
+    /// Shows the item, selected, in the file manager.
+    std::function<void(QUrl)> reveal;
+};
+
+/// The desktop that the program runs on. Needs a QApplication.
+Desktop systemDesktop();
+
+/// The user's Desktop folder, or the home folder where there is none.
+QUrl desktopURL();
+
+} // namespace stowlark

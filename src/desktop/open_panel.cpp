@@ -1,0 +1,89 @@
+#include "desktop/open_panel.h"
+
+#include <QCoro/QCoroSignal>
+
+#include <QAbstractItemView>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QGuiApplication>
+#include <QPointer>
+#include <QWindow>
+
+namespace stowlark {
+namespace {
+
+/// Takes files and folders alike; Qt's own takes the one kind or the other. Opening a folder with a double click or the
+/// Return key in the list still goes into it.
+class FilesAndFoldersDialog final : public QFileDialog {
+public:
+    FilesAndFoldersDialog() {
+        setOption(QFileDialog::DontUseNativeDialog);
+        setFileMode(QFileDialog::Directory);
+        setOption(QFileDialog::ShowDirsOnly, false);
+        setLabelText(QFileDialog::Accept, tr("Add"));
+        for (auto *view : findChildren<QAbstractItemView *>(QRegularExpression(QStringLiteral("^(list|tree)View$")))) {
+            view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        }
+    }
+
+    void accept() override {
+        for (const QString &file : selectedFiles()) {
+            if (!QFileInfo::exists(file)) {
+                QFileDialog::accept(); // says so
+                return;
+            }
+        }
+        done(QDialog::Accepted);
+    }
+};
+
+/// Shows the dialog over the window until the user has decided.
+QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog) {
+    const QPointer<QFileDialog> alive(dialog);
+    dialog->setWindowModality(Qt::ApplicationModal);
+    dialog->winId(); // makes its window
+    dialog->windowHandle()->setTransientParent(QGuiApplication::focusWindow());
+    dialog->show();
+    const int result = co_await qCoro(dialog, &QDialog::finished);
+    QList<QUrl> chosen;
+    if (alive && result == QDialog::Accepted) {
+        chosen = dialog->selectedUrls();
+    }
+    if (alive) {
+        dialog->deleteLater();
+    }
+    co_return chosen;
+}
+
+QCoro::Task<std::optional<QUrl>> oneDecision(QFileDialog *dialog) {
+    const QList<QUrl> chosen = co_await decision(dialog);
+    co_return chosen.isEmpty() ? std::nullopt : std::optional(chosen.first());
+}
+
+} // namespace
+
+QCoro::Task<QList<QUrl>> chooseFilesAndFolders() {
+    auto *dialog = new FilesAndFoldersDialog;
+    dialog->setWindowTitle(QFileDialog::tr("Add Files and Folders"));
+    return decision(dialog);
+}
+
+QCoro::Task<std::optional<QUrl>> chooseArchive() {
+    auto *dialog = new QFileDialog;
+    dialog->setWindowTitle(QFileDialog::tr("Choose an Archive"));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setNameFilters({QFileDialog::tr("Archives (*.zip *.tar.gz *.tgz *.gz *.7z *.rar *.dmg)"),
+                            QFileDialog::tr("All files (*)")});
+    return oneDecision(dialog);
+}
+
+QCoro::Task<std::optional<QUrl>> chooseFolder() {
+    auto *dialog = new QFileDialog;
+    dialog->setWindowTitle(QFileDialog::tr("Choose a Folder"));
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    return oneDecision(dialog);
+}
+
+} // namespace stowlark

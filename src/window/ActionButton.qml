@@ -1,0 +1,65 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+
+/// The large button at the foot of a pane; it cannot be pressed while disabled or busy.
+Button {
+    id: root
+
+    required property bool busy
+    required property bool disabled
+    required property color tint
+
+    implicitHeight: 52
+    enabled: !disabled && !busy
+    font.pixelSize: 15
+    font.weight: Font.DemiBold
+    Keys.onReturnPressed: root.clicked()
+
+    contentItem: Item {
+        RowLayout {
+            anchors.centerIn: parent
+            spacing: 9
+
+            BusyIndicator {
+                Layout.preferredWidth: 20
+                Layout.preferredHeight: 20
+                padding: 0
+                visible: root.busy
+                running: root.busy
+                palette.dark: "white"
+            }
+
+            Text {
+                text: root.text
+                font: root.font
+                color: "white"
+            }
+        }
+    }
+
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            visible: root.disabled
+            radius: 14
+            color: Theme.white(0.1)
+        }
+
+        AccentFill {
+            anchors.fill: parent
+            visible: !root.disabled
+            radius: 14
+            from: root.tint
+        }
+
+        Rectangle {
+            anchors.fill: parent
+            visible: root.visualFocus
+            radius: 14
+            color: "transparent"
+            border.width: 2
+            border.color: Theme.primary
+        }
+    }
+}

@@ -1,0 +1,98 @@
+import QtQuick
+import QtQuick.Layouts
+import Stowlark.Window
+
+/// Collects files and makes an archive of them. One list, so that only the rows in sight exist.
+ListView {
+    id: root
+
+    required property ContentView view
+
+    model: view.files
+    spacing: 5
+    clip: true
+    leftMargin: 20
+    rightMargin: 20
+    topMargin: 14
+    bottomMargin: 20
+    boundsBehavior: Flickable.StopAtBounds
+
+    header: ColumnLayout {
+        width: root.width - 40
+        spacing: 14
+
+        DropZone {
+            Layout.fillWidth: true
+            title: qsTr("Drop files & folders here")
+            hoverTitle: qsTr("Release to add files")
+            detail: qsTr("or")
+            browseLabel: qsTr("Browse Files…")
+            tint: Theme.accentStart
+            onHoveringChanged: root.view.isDragOver = hovering
+            onDropped: urls => root.view.dropFiles(urls)
+            onBrowse: root.view.browseFiles()
+        }
+
+        RowLayout {
+            Layout.bottomMargin: 5
+            visible: root.view.files.count > 0
+
+            SectionHeader {
+                text: root.view.files.countText
+            }
+
+            Text {
+                Layout.fillWidth: true
+                text: root.view.files.totalSize === "" ? "" : "• " + root.view.files.totalSize
+                color: Theme.secondary
+                font.pixelSize: 12
+            }
+
+            PillButton {
+                small: true
+                text: qsTr("Clear All")
+                onClicked: root.view.clearFiles()
+            }
+        }
+
+        Item {
+            visible: root.view.files.count === 0
+        }
+    }
+
+    delegate: FileRow {
+        width: root.width - 40
+        onRemove: root.view.removeFile(url)
+    }
+
+    footer: ColumnLayout {
+        width: root.width - 40
+        spacing: 14
+
+        SettingsCard {
+            Layout.fillWidth: true
+            Layout.topMargin: root.view.files.count > 0 ? 14 : 0
+            view: root.view
+        }
+
+        OutputCard {
+            Layout.fillWidth: true
+            view: root.view
+        }
+
+        ActionButton {
+            Layout.fillWidth: true
+            text: busy ? qsTr("Creating…") : qsTr("Create Archive")
+            busy: root.view.mgr.isCreating
+            disabled: root.view.createDisabled
+            tint: Theme.accentStart
+            onClicked: root.view.create()
+        }
+
+        StatusBanner {
+            Layout.fillWidth: true
+            visible: root.view.mgr.statusMessage !== ""
+            view: root.view
+        }
+    }
+}

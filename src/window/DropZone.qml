@@ -1,0 +1,62 @@
+import QtQuick
+import QtQuick.Layouts
+
+/// A box that takes dropped files.
+Rectangle {
+    id: root
+
+    required property string title
+    required property string hoverTitle
+    required property string detail
+    required property string browseLabel
+    required property color tint
+    property alias hovering: drop.containsDrag
+
+    signal dropped(var urls)
+    signal browse
+
+    implicitHeight: column.implicitHeight + 48
+    radius: 16
+    color: hovering ? Theme.faded(tint, 0.1) : Theme.rowSurface
+    border.width: hovering ? 2 : 1.5
+    border.color: hovering ? tint : Theme.white(0.13)
+
+    DropArea {
+        id: drop
+
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onDropped: event => {
+            event.acceptProposedAction();
+            root.dropped(event.urls);
+        }
+    }
+
+    ColumnLayout {
+        id: column
+
+        anchors.centerIn: parent
+        spacing: 10
+
+        Text {
+            Layout.alignment: Qt.AlignHCenter
+            text: root.hovering ? root.hoverTitle : root.title
+            color: Theme.primary
+            font.pixelSize: 15
+            font.weight: Font.DemiBold
+        }
+
+        Text {
+            Layout.alignment: Qt.AlignHCenter
+            text: root.detail
+            color: Theme.secondary
+            font.pixelSize: 12
+        }
+
+        PillButton {
+            Layout.alignment: Qt.AlignHCenter
+            text: root.browseLabel
+            onClicked: root.browse()
+        }
+    }
+}

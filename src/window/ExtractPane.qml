@@ -1,0 +1,119 @@
+import QtQuick
+import QtQuick.Layouts
+import Stowlark.Window
+
+/// Selects an archive and unpacks it.
+Flickable {
+    id: root
+
+    required property ContentView view
+
+    contentWidth: width
+    contentHeight: column.implicitHeight + 34
+    clip: true
+    boundsBehavior: Flickable.StopAtBounds
+
+    ColumnLayout {
+        id: column
+
+        x: 20
+        y: 14
+        width: root.width - 40
+        spacing: 14
+
+        DropZone {
+            Layout.fillWidth: true
+            title: qsTr("Drop an archive here")
+            hoverTitle: qsTr("Release to select archive")
+            detail: qsTr("ZIP  •  TAR.GZ  •  7Z  •  RAR  •  DMG")
+            browseLabel: qsTr("Browse Archive…")
+            tint: Theme.accentEnd
+            onHoveringChanged: root.view.isExtractDragOver = hovering
+            onDropped: urls => root.view.dropArchives(urls)
+            onBrowse: root.view.browseArchive()
+        }
+
+        Card {
+            Layout.fillWidth: true
+            visible: root.view.hasArchive
+
+            RowLayout {
+                ColumnLayout {
+                    Layout.fillWidth: true
+
+                    Text {
+                        Layout.fillWidth: true
+                        text: root.view.archiveFileName
+                        textFormat: Text.PlainText
+                        color: Theme.primary
+                        elide: Text.ElideMiddle
+                        maximumLineCount: 1
+                        font.pixelSize: 14
+                        font.weight: Font.DemiBold
+                    }
+
+                    Text {
+                        Layout.fillWidth: true
+                        text: root.view.archiveFileFolder
+                        textFormat: Text.PlainText
+                        color: Theme.secondary
+                        elide: Text.ElideMiddle
+                        maximumLineCount: 1
+                        font.pixelSize: 11
+                    }
+                }
+
+                Text {
+                    text: root.view.archiveFileSize
+                    color: Theme.secondary
+                    font.pixelSize: 11
+                    font.weight: Font.Medium
+                }
+
+                PillButton {
+                    small: true
+                    text: qsTr("Remove")
+                    onClicked: root.view.removeArchive()
+                }
+            }
+        }
+
+        Card {
+            Layout.fillWidth: true
+
+            SectionHeader {
+                text: qsTr("Extract To")
+            }
+
+            FolderRow {
+                Layout.fillWidth: true
+                folder: root.view.extractDir
+                accessibleName: qsTr("Change the folder to extract to")
+                onChange: root.view.chooseExtractDir()
+            }
+
+            Text {
+                Layout.fillWidth: true
+                text: qsTr("A folder named after the archive will be created here.")
+                wrapMode: Text.Wrap
+                color: Theme.secondary
+                font.pixelSize: 11
+            }
+        }
+
+        ActionButton {
+            Layout.fillWidth: true
+            text: busy ? qsTr("Extracting…") : qsTr("Extract Archive")
+            busy: root.view.mgr.isCreating
+            disabled: root.view.extractDisabled
+            tint: Theme.accentEnd
+            onClicked: root.view.extract()
+        }
+
+        StatusBanner {
+            Layout.fillWidth: true
+            visible: root.view.mgr.statusMessage !== ""
+            view: root.view
+        }
+    }
+}

@@ -1,0 +1,69 @@
+import QtQuick
+import QtQuick.Layouts
+
+/// One item of the list.
+Rectangle {
+    id: root
+
+    required property url url
+    required property string name
+    required property string folder
+    required property string size
+    required property bool isFolder
+
+    signal remove
+
+    implicitHeight: row.implicitHeight + 16
+    radius: 10
+    color: Theme.rowSurface
+    border.color: Theme.rowBorder
+
+    RowLayout {
+        id: row
+
+        anchors.fill: parent
+        anchors.margins: 8
+        spacing: 10
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 1
+
+            Text {
+                Layout.fillWidth: true
+                text: root.isFolder ? root.name + "/" : root.name
+                textFormat: Text.PlainText
+                color: Theme.primary
+                elide: Text.ElideMiddle
+                maximumLineCount: 1
+                font.pixelSize: 13
+                font.weight: Font.Medium
+            }
+
+            Text {
+                Layout.fillWidth: true
+                text: root.folder
+                textFormat: Text.PlainText
+                color: Theme.secondary
+                elide: Text.ElideMiddle
+                maximumLineCount: 1
+                font.pixelSize: 11
+            }
+        }
+
+        Text {
+            visible: root.size !== ""
+            text: root.size
+            color: Theme.secondary
+            font.pixelSize: 11
+            font.weight: Font.Medium
+        }
+
+        PillButton {
+            small: true
+            text: qsTr("Remove")
+            Accessible.name: qsTr("Remove %1").arg(root.name)
+            onClicked: root.remove()
+        }
+    }
+}

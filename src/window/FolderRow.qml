@@ -1,0 +1,41 @@
+import QtQuick
+import QtQuick.Layouts
+
+/// A folder's path and a button to choose another.
+Rectangle {
+    id: root
+
+    required property string folder
+    required property string accessibleName
+
+    signal change
+
+    implicitHeight: row.implicitHeight + 20
+    radius: 10
+    color: Theme.rowSurface
+    border.color: Theme.rowBorder
+
+    RowLayout {
+        id: row
+
+        anchors.fill: parent
+        anchors.margins: 10
+
+        Text {
+            Layout.fillWidth: true
+            text: root.folder
+            textFormat: Text.PlainText
+            color: Theme.primary
+            elide: Text.ElideMiddle
+            maximumLineCount: 1
+            font.pixelSize: 13
+        }
+
+        PillButton {
+            small: true
+            text: qsTr("Change…")
+            Accessible.name: root.accessibleName
+            onClicked: root.change()
+        }
+    }
+}

@@ -1,0 +1,89 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Stowlark.Window
+
+ApplicationWindow {
+    id: root
+
+    required property ContentView view
+
+    title: "Stowlark"
+    width: 580
+    height: 720
+    minimumWidth: 560
+    minimumHeight: 620
+    visible: true
+    color: Theme.window
+    palette.window: Theme.system.window
+    palette.windowText: Theme.system.windowText
+    palette.base: Theme.system.base
+    palette.text: Theme.system.text
+    palette.button: Theme.system.button
+    palette.buttonText: Theme.system.buttonText
+    palette.light: Theme.system.light
+    palette.midlight: Theme.system.midlight
+    palette.mid: Theme.system.mid
+    palette.dark: Theme.system.text
+    palette.highlight: Theme.system.highlight
+    palette.highlightedText: Theme.system.highlightedText
+
+    Shortcut {
+        sequences: [StandardKey.Open]
+        onActivated: root.view.mode === 0 ? root.view.browseFiles() : root.view.browseArchive()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+1"
+        onActivated: root.view.mode = 0
+    }
+
+    Shortcut {
+        sequence: "Ctrl+2"
+        onActivated: root.view.mode = 1
+    }
+
+    Shortcut {
+        sequences: ["Ctrl+Return", "Ctrl+Enter"]
+        onActivated: root.view.mode === 0 ? root.view.create() : root.view.extract()
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        spacing: 0
+
+        RowLayout {
+            Layout.margins: 16
+
+            Text {
+                Layout.fillWidth: true
+                text: "Stowlark"
+                color: Theme.primary
+                font.pixelSize: 17
+                font.weight: Font.Bold
+            }
+
+            ModePicker {
+                view: root.view
+            }
+        }
+
+        Rectangle {
+            Layout.fillWidth: true
+            implicitHeight: 1
+            color: Theme.faded(Theme.primary, 0.1)
+        }
+
+        StackLayout {
+            currentIndex: root.view.mode
+
+            CompressPane {
+                view: root.view
+            }
+
+            ExtractPane {
+                view: root.view
+            }
+        }
+    }
+}

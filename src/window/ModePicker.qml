@@ -1,0 +1,63 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Stowlark.Window
+
+/// One tab for each mode.
+Rectangle {
+    id: root
+
+    required property ContentView view
+
+    implicitWidth: row.implicitWidth + 8
+    implicitHeight: row.implicitHeight + 8
+    radius: 12
+    color: Theme.rowSurface
+
+    Row {
+        id: row
+
+        anchors.centerIn: parent
+
+        Repeater {
+            model: root.view.modes
+
+            Button {
+                id: tab
+
+                required property int index
+                required property string modelData
+                readonly property bool selected: root.view.mode === index
+
+                text: modelData
+                font.pixelSize: 13
+                font.weight: Font.Medium
+                horizontalPadding: 16
+                verticalPadding: 6
+                onClicked: root.view.mode = index
+                Keys.onReturnPressed: tab.clicked()
+
+                contentItem: Text {
+                    text: tab.text
+                    font: tab.font
+                    color: tab.selected ? "white" : Theme.faded(Theme.primary, 0.7)
+                }
+
+                background: Item {
+                    AccentFill {
+                        anchors.fill: parent
+                        visible: tab.selected
+                        radius: 8
+                    }
+
+                    Rectangle {
+                        anchors.fill: parent
+                        visible: tab.visualFocus
+                        radius: 8
+                        color: "transparent"
+                        border.color: Theme.primary
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,63 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Layouts
+import Stowlark.Window
+
+/// Format and level.
+Card {
+    id: root
+
+    required property ContentView view
+
+    SectionHeader {
+        text: qsTr("Settings")
+    }
+
+    ColumnLayout {
+        spacing: 6
+
+        Text {
+            text: qsTr("Format")
+            color: Theme.secondary
+            font.pixelSize: 11
+            font.weight: Font.Medium
+        }
+
+        ComboBox {
+            Layout.fillWidth: true
+            Accessible.name: qsTr("Format")
+            model: root.view.formats
+            currentIndex: root.view.format
+            onActivated: index => root.view.format = index
+        }
+
+        Text {
+            Layout.fillWidth: true
+            visible: text !== ""
+            text: root.view.toolWarning
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: Theme.warning
+            font.pixelSize: 11
+        }
+    }
+
+    ColumnLayout {
+        spacing: 6
+
+        Text {
+            text: qsTr("Compression")
+            color: Theme.secondary
+            font.pixelSize: 11
+            font.weight: Font.Medium
+        }
+
+        ComboBox {
+            Layout.fillWidth: true
+            Accessible.name: qsTr("Compression")
+            model: root.view.levels
+            currentIndex: root.view.level
+            onActivated: index => root.view.level = index
+        }
+    }
+}

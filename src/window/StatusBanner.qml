@@ -1,0 +1,42 @@
+import QtQuick
+import QtQuick.Layouts
+import Stowlark.Window
+
+/// How the last operation went.
+Rectangle {
+    id: root
+
+    required property ContentView view
+    readonly property ArchiveManager mgr: view.mgr
+    readonly property color tint: mgr.statusIsError ? Theme.warning : Theme.success
+
+    implicitHeight: row.implicitHeight + 24
+    radius: 12
+    color: Theme.faded(tint, 0.1)
+    border.color: Theme.faded(tint, 0.3)
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: mgr.statusMessage
+
+    RowLayout {
+        id: row
+
+        anchors.fill: parent
+        anchors.margins: 12
+
+        Text {
+            Layout.fillWidth: true
+            text: root.mgr.statusMessage
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: root.mgr.statusIsError ? Theme.warning : Theme.primary
+            font.pixelSize: 13
+        }
+
+        PillButton {
+            visible: root.mgr.lastOutputURL.toString() !== ""
+            text: qsTr("Show in Finder")
+            small: true
+            onClicked: root.view.showInFinder()
+        }
+    }
+}

@@ -1,0 +1,32 @@
+pragma Singleton
+
+import QtQuick
+
+/// The window's colours. The six of cards, rows and accents are fixed; the others follow the desktop.
+QtObject {
+    id: root
+
+    readonly property color accentStart: Qt.rgba(0.23, 0.51, 0.96, 1)
+    readonly property color accentEnd: Qt.rgba(0.55, 0.36, 0.96, 1)
+    readonly property color cardSurface: white(0.055)
+    readonly property color cardBorder: white(0.1)
+    readonly property color rowSurface: white(0.04)
+    readonly property color rowBorder: white(0.07)
+
+    readonly property color primary: system.windowText
+    readonly property color secondary: Qt.rgba(primary.r, primary.g, primary.b, 0.6)
+    readonly property color window: system.window
+    readonly property color success: "#30b158"
+    readonly property color warning: "#ff9f0a"
+    readonly property color destructive: "#ff453a"
+
+    readonly property SystemPalette system: SystemPalette {}
+
+    function white(opacity: real): color {
+        return Qt.rgba(1, 1, 1, opacity);
+    }
+
+    function faded(base: color, opacity: real): color {
+        return Qt.rgba(base.r, base.g, base.b, opacity);
+    }
+}

@@ -1,0 +1,249 @@
+#include "window/content_view.h"
+
+#include "foundation/file_url.h"
+#include "window/file_display.h"
+
+#include <QPointer>
+
+#include <algorithm>
+
+namespace stowlark {
+namespace {
+
+template <typename Enumeration>
+QStringList labels() {
+    const auto &all = RawValues<Enumeration>::labels;
+    return {all.begin(), all.end()};
+}
+
+/// Without the spaces and tabs (not line breaks) at both ends.
+QString trimmedBlanks(QStringView text) {
+    const auto isBlank = [](QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; };
+    while (!text.isEmpty() && isBlank(text.front())) {
+        text = text.mid(1);
+    }
+    while (!text.isEmpty() && isBlank(text.back())) {
+        text.chop(1);
+    }
+    return text.toString();
+}
+
+QString fileExtension(ArchiveFormat format) {
+    switch (format) {
+    case ArchiveFormat::zip:
+        return QStringLiteral("zip");
+    case ArchiveFormat::tarGz:
+        return QStringLiteral("tar.gz");
+    case ArchiveFormat::sevenZ:
+        return QStringLiteral("7z");
+    case ArchiveFormat::rar:
+        return QStringLiteral("rar");
+    case ArchiveFormat::dmg:
+        return QStringLiteral("dmg");
+    }
+    return {};
+}
+
+/// Paths without a slash at the end, so that equal files have equal URLs.
+QList<QUrl> onlyFiles(const QList<QUrl> &urls) {
+    QList<QUrl> result;
+    for (const QUrl &url : urls) {
+        if (isFileUrl(url)) {
+            result.append(fileUrl(path(url)));
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+ContentView::ContentView(Desktop desktop, Tools tools, QObject *parent)
+    : QObject(parent), desktop_(std::move(desktop)), mgr_(std::move(tools)) {
+    connect(&files_, &FileListModel::changed, this, &ContentView::createDisabledChanged);
+    connect(this, &ContentView::archiveNameChanged, this, &ContentView::createDisabledChanged);
+}
+
+QStringList ContentView::modes() {
+    return labels<AppMode>();
+}
+
+QStringList ContentView::formats() {
+    return labels<ArchiveFormat>();
+}
+
+QStringList ContentView::levels() {
+    return labels<CompressionLevel>();
+}
+
+void ContentView::setMode(AppMode mode) {
+    if (mode != mode_) {
+        mode_ = mode;
+        Q_EMIT modeChanged();
+        mgr_.clearStatus();
+    }
+}
+
+void ContentView::setFormat(ArchiveFormat format) {
+    if (format != format_) {
+        format_ = format;
+        Q_EMIT formatChanged();
+    }
+}
+
+void ContentView::setLevel(CompressionLevel level) {
+    if (level != level_) {
+        level_ = level;
+        Q_EMIT levelChanged();
+    }
+}
+
+void ContentView::setModeIndex(int index) {
+    setMode(static_cast<AppMode>(std::clamp<int>(index, 0, static_cast<int>(modes().size()) - 1)));
+}
+
+void ContentView::setFormatIndex(int index) {
+    setFormat(static_cast<ArchiveFormat>(std::clamp<int>(index, 0, static_cast<int>(formats().size()) - 1)));
+}
+
+void ContentView::setLevelIndex(int index) {
+    setLevel(static_cast<CompressionLevel>(std::clamp<int>(index, 0, static_cast<int>(levels().size()) - 1)));
+}
+
+void ContentView::setArchiveName(const QString &name) {
+    if (name != archiveName_) {
+        archiveName_ = name;
+        Q_EMIT archiveNameChanged();
+    }
+}
+
+void ContentView::setOutputDir(const QUrl &folder) {
+    outputDir_ = folder;
+    Q_EMIT outputDirChanged();
+}
+
+void ContentView::setExtractDir(const QUrl &folder) {
+    extractDir_ = folder;
+    Q_EMIT extractDirChanged();
+}
+
+QUrl ContentView::outputURL() const {
+    const bool isBlank = trimmedBlanks(archiveName_).isEmpty();
+    QString base = isBlank ? QStringLiteral("archive") : archiveName_;
+    base.replace(u'/', u':'); // one component, as file managers of macOS store it
+    return fileUrl(path(outputDir_) / (base + extensionLabel()).toStdString());
+}
+
+QString ContentView::extensionLabel() const {
+    return u'.' + fileExtension(format_);
+}
+
+QString ContentView::toolWarning() const {
+    return mgr_.toolWarning(format_).value_or(QString());
+}
+
+bool ContentView::createDisabled() const {
+    return files_.urls().empty() || trimmedBlanks(archiveName_).isEmpty();
+}
+
+void ContentView::setArchiveFile(const QUrl &url) {
+    archiveFile_ = url;
+    Q_EMIT archiveFileChanged();
+    setExtractDir(fileUrl(parentFolder(path(url))));
+    mgr_.clearStatus();
+}
+
+void ContentView::dropFiles(const QList<QUrl> &urls) {
+    files_.add(onlyFiles(urls));
+}
+
+void ContentView::dropArchives(const QList<QUrl> &urls) {
+    for (const QUrl &url : onlyFiles(urls)) {
+        setArchiveFile(url);
+    }
+}
+
+void ContentView::browseFiles() {
+    desktop_.chooseFilesAndFolders().then([self = QPointer(this)](const QList<QUrl> &urls) {
+        if (self) {
+            self->dropFiles(urls);
+        }
+    });
+}
+
+void ContentView::browseArchive() {
+    desktop_.chooseArchive().then([self = QPointer(this)](const std::optional<QUrl> &url) {
+        if (self && url) {
+            self->dropArchives({*url});
+        }
+    });
+}
+
+void ContentView::chooseSaveDir() {
+    desktop_.chooseFolder().then([self = QPointer(this)](const std::optional<QUrl> &url) {
+        if (self && url) {
+            self->setOutputDir(*url);
+        }
+    });
+}
+
+void ContentView::chooseExtractDir() {
+    desktop_.chooseFolder().then([self = QPointer(this)](const std::optional<QUrl> &url) {
+        if (self && url) {
+            self->setExtractDir(*url);
+        }
+    });
+}
+
+void ContentView::removeFile(const QUrl &url) {
+    files_.remove(url);
+}
+
+void ContentView::clearFiles() {
+    files_.clear();
+}
+
+void ContentView::removeArchive() {
+    archiveFile_.clear();
+    Q_EMIT archiveFileChanged();
+    mgr_.clearStatus();
+}
+
+void ContentView::create() {
+    if (!createDisabled() && !mgr_.isCreating()) {
+        mgr_.createArchive(files_.urls(), format_, level_, outputURL());
+    }
+}
+
+void ContentView::extract() {
+    if (!extractDisabled() && !mgr_.isCreating()) {
+        mgr_.extractArchive(archiveFile_, extractDir_);
+    }
+}
+
+void ContentView::showInFinder() {
+    if (!mgr_.lastOutputURL().isEmpty()) {
+        desktop_.reveal(mgr_.lastOutputURL());
+    }
+}
+
+QString ContentView::outputDirText() const {
+    return displayText(path(outputDir_).native());
+}
+
+QString ContentView::extractDirText() const {
+    return displayText(path(extractDir_).native());
+}
+
+QString ContentView::archiveFileName() const {
+    return displayText(lastPathComponent(path(archiveFile_)));
+}
+
+QString ContentView::archiveFileFolder() const {
+    return displayText(parentFolder(path(archiveFile_)).native());
+}
+
+QString ContentView::archiveFileSize() const {
+    return fileSize(path(archiveFile_)).value_or(QString());
+}
+
+} // namespace stowlark

@@ -1,0 +1,141 @@
+#pragma once
+
+#include "archive/archive_manager.h"
+#include "desktop/desktop.h"
+#include "window/app_mode.h"
+#include "window/file_list_model.h"
+
+#include <QObject>
+#include <QStringList>
+#include <QUrl>
+#include <QtQml/qqml.h>
+
+namespace stowlark {
+
+/// All state and operations of the window; the QML only draws it. Formats, levels and modes are given to QML as numbers
+/// into the lists of their labels, folders and files as text.
+class ContentView : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the application")
+
+    Q_PROPERTY(stowlark::ArchiveManager *mgr READ mgr CONSTANT)
+    Q_PROPERTY(stowlark::FileListModel *files READ files CONSTANT)
+    Q_PROPERTY(QStringList modes READ modes CONSTANT)
+    Q_PROPERTY(QStringList formats READ formats CONSTANT)
+    Q_PROPERTY(QStringList levels READ levels CONSTANT)
+
+    Q_PROPERTY(int mode READ modeIndex WRITE setModeIndex NOTIFY modeChanged)
+    Q_PROPERTY(int format READ formatIndex WRITE setFormatIndex NOTIFY formatChanged)
+    Q_PROPERTY(int level READ levelIndex WRITE setLevelIndex NOTIFY levelChanged)
+    Q_PROPERTY(QString archiveName READ archiveName WRITE setArchiveName NOTIFY archiveNameChanged)
+    Q_PROPERTY(QString outputDir READ outputDirText NOTIFY outputDirChanged)
+    Q_PROPERTY(bool isDragOver MEMBER isDragOver_ NOTIFY isDragOverChanged)
+    Q_PROPERTY(bool hasArchive READ hasArchive NOTIFY archiveFileChanged)
+    Q_PROPERTY(QString archiveFileName READ archiveFileName NOTIFY archiveFileChanged)
+    Q_PROPERTY(QString archiveFileFolder READ archiveFileFolder NOTIFY archiveFileChanged)
+    Q_PROPERTY(QString archiveFileSize READ archiveFileSize NOTIFY archiveFileChanged)
+    Q_PROPERTY(QString extractDir READ extractDirText NOTIFY extractDirChanged)
+    Q_PROPERTY(bool isExtractDragOver MEMBER isExtractDragOver_ NOTIFY isExtractDragOverChanged)
+
+    Q_PROPERTY(QString extensionLabel READ extensionLabel NOTIFY formatChanged)
+    Q_PROPERTY(QString toolWarning READ toolWarning NOTIFY formatChanged)
+    Q_PROPERTY(bool createDisabled READ createDisabled NOTIFY createDisabledChanged)
+    Q_PROPERTY(bool extractDisabled READ extractDisabled NOTIFY archiveFileChanged)
+
+public:
+    explicit ContentView(Desktop desktop = systemDesktop(), Tools tools = {}, QObject *parent = nullptr);
+
+    ArchiveManager *mgr() { return &mgr_; }
+    FileListModel *files() { return &files_; }
+    static QStringList modes();
+    static QStringList formats();
+    static QStringList levels();
+
+    AppMode mode() const { return mode_; }
+    /// Any change takes the status line away.
+    void setMode(AppMode mode);
+    ArchiveFormat format() const { return format_; }
+    void setFormat(ArchiveFormat format);
+    CompressionLevel level() const { return level_; }
+    void setLevel(CompressionLevel level);
+    QString archiveName() const { return archiveName_; }
+    void setArchiveName(const QString &name);
+    QUrl outputDir() const { return outputDir_; }
+    void setOutputDir(const QUrl &folder);
+    /// The archive to extract; empty for none.
+    QUrl archiveFile() const { return archiveFile_; }
+    QUrl extractDir() const { return extractDir_; }
+    void setExtractDir(const QUrl &folder);
+
+    /// Where the archive goes: the name as typed ("archive" if blank) with the format's extension, in `outputDir`.
+    QUrl outputURL() const;
+    /// "." and the extension that the format gives to files.
+    QString extensionLabel() const;
+    /// Empty where there is nothing to warn about. Looks the tool up each time.
+    QString toolWarning() const;
+    /// Nothing to archive, or no name.
+    bool createDisabled() const;
+    bool extractDisabled() const { return archiveFile_.isEmpty(); }
+
+    /// Selects the archive to extract, next to which it will be unpacked.
+    void setArchiveFile(const QUrl &url);
+
+    /// Both ignore what is no file URL. The last archive dropped stays selected.
+    Q_INVOKABLE void dropFiles(const QList<QUrl> &urls);
+    Q_INVOKABLE void dropArchives(const QList<QUrl> &urls);
+
+    Q_INVOKABLE void browseFiles();
+    Q_INVOKABLE void browseArchive();
+    Q_INVOKABLE void chooseSaveDir();
+    Q_INVOKABLE void chooseExtractDir();
+    Q_INVOKABLE void removeFile(const QUrl &url);
+    Q_INVOKABLE void clearFiles();
+    Q_INVOKABLE void removeArchive();
+
+    /// Both do nothing while disabled or while an operation runs.
+    Q_INVOKABLE void create();
+    Q_INVOKABLE void extract();
+    Q_INVOKABLE void showInFinder();
+
+Q_SIGNALS:
+    void modeChanged();
+    void formatChanged();
+    void levelChanged();
+    void archiveNameChanged();
+    void outputDirChanged();
+    void isDragOverChanged();
+    void archiveFileChanged();
+    void extractDirChanged();
+    void isExtractDragOverChanged();
+    void createDisabledChanged();
+
+private:
+    int modeIndex() const { return static_cast<int>(mode_); }
+    void setModeIndex(int index);
+    int formatIndex() const { return static_cast<int>(format_); }
+    void setFormatIndex(int index);
+    int levelIndex() const { return static_cast<int>(level_); }
+    void setLevelIndex(int index);
+    QString outputDirText() const;
+    QString extractDirText() const;
+    bool hasArchive() const { return !archiveFile_.isEmpty(); }
+    QString archiveFileName() const;
+    QString archiveFileFolder() const;
+    QString archiveFileSize() const;
+
+    Desktop desktop_;
+    ArchiveManager mgr_;
+    AppMode mode_ = AppMode::compress;
+    FileListModel files_;
+    ArchiveFormat format_ = ArchiveFormat::zip;
+    CompressionLevel level_ = CompressionLevel::normal;
+    QString archiveName_ = QStringLiteral("archive");
+    QUrl outputDir_ = desktopURL();
+    bool isDragOver_ = false;
+    QUrl archiveFile_;
+    QUrl extractDir_ = desktopURL();
+    bool isExtractDragOver_ = false;
+};
+
+} // namespace stowlark

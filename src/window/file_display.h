@@ -1,0 +1,21 @@
+#pragma once
+
+#include "foundation/path_name.h"
+
+#include <QString>
+
+#include <optional>
+
+/// What rows show of a file: plain look-ups, nothing cached.
+namespace stowlark {
+
+/// Also a link to one.
+bool isFolder(const Path &file);
+
+/// The size in bytes that the item's own attributes report (a folder is not walked); none if they cannot be read.
+std::optional<qint64> attributeSize(const Path &file);
+
+/// The size as text; none for a folder or what cannot be read.
+std::optional<QString> fileSize(const Path &file);
+
+} // namespace stowlark
