@@ -29,7 +29,7 @@ ApplicationWindow {
     palette.highlightedText: Theme.system.highlightedText
 
     Shortcut {
-        sequences: [StandardKey.Open]
+        sequence: "Ctrl+O"
         onActivated: root.view.mode === 0 ? root.view.browseFiles() : root.view.browseArchive()
     }
 

@@ -33,7 +33,7 @@ Rectangle {
         }
 
         PillButton {
-            visible: root.mgr.lastOutputURL.toString() !== ""
+            visible: root.view.hasOutput
             text: qsTr("Show in Finder")
             small: true
             onClicked: root.view.showInFinder()

@@ -2,6 +2,7 @@
 
 namespace stowlark {
 
-const std::array<QString, 2> RawValues<AppMode>::labels{QStringLiteral("Compress"), QStringLiteral("Extract")};
+const std::array<QString, 2> RawValues<AppMode>::labels{QStringLiteral("Compress"),
+                                                        QStringLiteral("Extract")};
 
 } // namespace stowlark

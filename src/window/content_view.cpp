@@ -3,8 +3,6 @@
 #include "foundation/file_url.h"
 #include "window/file_display.h"
 
-#include <QPointer>
-
 #include <algorithm>
 
 namespace stowlark {
@@ -58,9 +56,12 @@ QList<QUrl> onlyFiles(const QList<QUrl> &urls) {
 } // namespace
 
 ContentView::ContentView(Desktop desktop, Tools tools, QObject *parent)
-    : QObject(parent), desktop_(std::move(desktop)), mgr_(std::move(tools)) {
+    : QObject(parent)
+    , desktop_(std::move(desktop))
+    , mgr_(std::move(tools)) {
     connect(&files_, &FileListModel::changed, this, &ContentView::createDisabledChanged);
     connect(this, &ContentView::archiveNameChanged, this, &ContentView::createDisabledChanged);
+    connect(&mgr_, &ArchiveManager::lastOutputURLChanged, this, &ContentView::hasOutputChanged);
 }
 
 QStringList ContentView::modes() {
@@ -163,33 +164,30 @@ void ContentView::dropArchives(const QList<QUrl> &urls) {
 }
 
 void ContentView::browseFiles() {
-    desktop_.chooseFilesAndFolders().then([self = QPointer(this)](const QList<QUrl> &urls) {
-        if (self) {
-            self->dropFiles(urls);
-        }
-    });
+    QCoro::connect(desktop_.chooseFilesAndFolders(), this,
+                   [this](const QList<QUrl> &urls) { dropFiles(urls); });
 }
 
 void ContentView::browseArchive() {
-    desktop_.chooseArchive().then([self = QPointer(this)](const std::optional<QUrl> &url) {
-        if (self && url) {
-            self->dropArchives({*url});
+    QCoro::connect(desktop_.chooseArchive(), this, [this](const std::optional<QUrl> &url) {
+        if (url) {
+            dropArchives({*url});
         }
     });
 }
 
 void ContentView::chooseSaveDir() {
-    desktop_.chooseFolder().then([self = QPointer(this)](const std::optional<QUrl> &url) {
-        if (self && url) {
-            self->setOutputDir(*url);
+    QCoro::connect(desktop_.chooseFolder(), this, [this](const std::optional<QUrl> &url) {
+        if (url) {
+            setOutputDir(*url);
         }
     });
 }
 
 void ContentView::chooseExtractDir() {
-    desktop_.chooseFolder().then([self = QPointer(this)](const std::optional<QUrl> &url) {
-        if (self && url) {
-            self->setExtractDir(*url);
+    QCoro::connect(desktop_.chooseFolder(), this, [this](const std::optional<QUrl> &url) {
+        if (url) {
+            setExtractDir(*url);
         }
     });
 }
@@ -221,7 +219,7 @@ void ContentView::extract() {
 }
 
 void ContentView::showInFinder() {
-    if (!mgr_.lastOutputURL().isEmpty()) {
+    if (hasOutput()) {
         desktop_.reveal(mgr_.lastOutputURL());
     }
 }

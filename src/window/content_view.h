@@ -42,6 +42,7 @@ class ContentView : public QObject {
     Q_PROPERTY(QString toolWarning READ toolWarning NOTIFY formatChanged)
     Q_PROPERTY(bool createDisabled READ createDisabled NOTIFY createDisabledChanged)
     Q_PROPERTY(bool extractDisabled READ extractDisabled NOTIFY archiveFileChanged)
+    Q_PROPERTY(bool hasOutput READ hasOutput NOTIFY hasOutputChanged)
 
 public:
     explicit ContentView(Desktop desktop = systemDesktop(), Tools tools = {}, QObject *parent = nullptr);
@@ -77,6 +78,8 @@ public:
     /// Nothing to archive, or no name.
     bool createDisabled() const;
     bool extractDisabled() const { return archiveFile_.isEmpty(); }
+    /// There is something to show in the file manager.
+    bool hasOutput() const { return !mgr_.lastOutputURL().isEmpty(); }
 
     /// Selects the archive to extract, next to which it will be unpacked.
     void setArchiveFile(const QUrl &url);
@@ -109,6 +112,7 @@ Q_SIGNALS:
     void extractDirChanged();
     void isExtractDragOverChanged();
     void createDisabledChanged();
+    void hasOutputChanged();
 
 private:
     int modeIndex() const { return static_cast<int>(mode_); }

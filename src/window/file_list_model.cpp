@@ -48,9 +48,10 @@ QString FileListModel::countText() const {
 }
 
 QString FileListModel::totalSize() const {
-    const qint64 sum = std::accumulate(urls_.begin(), urls_.end(), qint64{0}, [](qint64 total, const QUrl &url) {
-        return total + attributeSize(path(url)).value_or(0);
-    });
+    const qint64 sum =
+        std::accumulate(urls_.begin(), urls_.end(), qint64{0}, [](qint64 total, const QUrl &url) {
+            return total + attributeSize(path(url)).value_or(0);
+        });
     return sum < 1 ? QString() : byteCountText(sum);
 }
 

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace stowlark {
+
+using Action = std::function<void()>;
+
+/// One of two ways to do the same thing.
+struct Side {
+    Action run;            ///< what is timed
+    Action before = [] {}; ///< not timed, before every run
+    Action after = [] {};  ///< not timed, after every run
+};
+
+/// One line of the table.
+struct Row {
+    std::string name;
+    double limit; ///< of the ratio of Stowlark's time to the bare tool's
+    Side stowlark;
+    Side bare;
+    Action prepare = [] {}; ///< once, before the first run
+};
+
+void printHeadings();
+
+/// Runs both sides in turn, so that a drift of the machine's speed reaches both: once to warm up, and then
+/// `samples` times. Prints the medians.
+void measure(const Row &row, int samples);
+
+/// What the last column says about a figure.
+const char *verdict(double figure, double limit);
+
+} // namespace stowlark

@@ -1,0 +1,45 @@
+#include "working_folder.h"
+
+#include "failure.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStorageInfo>
+
+namespace stowlark {
+namespace {
+
+constexpr qint64 roomNeeded = 3'000'000'000;
+
+QString defaultParent() {
+    const QString memory = QStringLiteral("/dev/shm");
+    const QStorageInfo storage(memory);
+    const bool fits = storage.rootPath() == memory && storage.fileSystemType() == "tmpfs" &&
+                      storage.bytesAvailable() >= roomNeeded && QFileInfo(memory).isWritable();
+    return fits ? memory : QDir::tempPath();
+}
+
+} // namespace
+
+WorkingFolder::WorkingFolder(const QString &parent)
+    : folder_(QDir(parent.isEmpty() ? defaultParent() : parent)
+                  .absoluteFilePath(QStringLiteral("stowlark-bench-XXXXXX"))) {
+    if (!folder_.isValid()) {
+        throw Failure(QStringLiteral("No folder could be made in %1: %2")
+                          .arg(QFileInfo(folder_.path()).path(), folder_.errorString()));
+    }
+    const Path temporary = path() / "tmp";
+    std::filesystem::create_directory(temporary);
+    qputenv("TMPDIR", QByteArray::fromStdString(temporary.native()));
+}
+
+Path WorkingFolder::path() const {
+    return QFile::encodeName(folder_.path()).toStdString();
+}
+
+QString WorkingFolder::fileSystemType() const {
+    return QString::fromLatin1(QStorageInfo(folder_.path()).fileSystemType());
+}
+
+} // namespace stowlark

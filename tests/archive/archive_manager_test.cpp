@@ -1,0 +1,286 @@
+#include "archive/archive_manager.h"
+#include "archive/staging.h"
+#include "foundation/errors.h"
+#include "foundation/file_url.h"
+#include "support/snapshot.h"
+#include "support/test_folder.h"
+
+#include <QCoro/QCoroCore>
+#include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace stowlark;
+
+namespace {
+
+std::vector<QUrl> urls(const std::vector<Path> &paths) {
+    std::vector<QUrl> result;
+    for (const Path &path : paths) {
+        result.push_back(fileUrl(path));
+    }
+    return result;
+}
+
+void create(ArchiveManager &manager, const std::vector<Path> &files, const Path &output,
+            ArchiveFormat format = ArchiveFormat::zip, CompressionLevel level = CompressionLevel::normal) {
+    QCoro::waitFor(manager.createArchive(urls(files), format, level, fileUrl(output)));
+}
+
+void extract(ArchiveManager &manager, const Path &archive, const Path &folder) {
+    QCoro::waitFor(manager.extractArchive(fileUrl(archive), fileUrl(folder)));
+}
+
+/// Every write of a published property, in order.
+class Journal {
+public:
+    explicit Journal(ArchiveManager &manager) {
+        const auto note = [this](const QString &line) { lines_ += line; };
+        QObject::connect(&manager, &ArchiveManager::isCreatingChanged, [&manager, note] {
+            note(manager.isCreating() ? QStringLiteral("busy") : QStringLiteral("idle"));
+        });
+        QObject::connect(&manager, &ArchiveManager::statusMessageChanged,
+                         [&manager, note] { note(manager.statusMessage()); });
+        QObject::connect(&manager, &ArchiveManager::statusIsErrorChanged, [&manager, note] {
+            note(manager.statusIsError() ? QStringLiteral("error") : QStringLiteral("fine"));
+        });
+        QObject::connect(&manager, &ArchiveManager::lastOutputURLChanged,
+                         [&manager, note] { note(u'<' + manager.lastOutputURL().fileName() + u'>'); });
+        QObject::connect(&manager, &ArchiveManager::objectWillChange, [this] { ++announcements_; });
+    }
+    /// Empties it.
+    QString take() {
+        if (announcements_ != lines_.size()) {
+            return QStringLiteral("not every change was announced");
+        }
+        announcements_ = 0;
+        return std::exchange(lines_, {}).join(u", ");
+    }
+
+private:
+    QStringList lines_;
+    qsizetype announcements_ = 0;
+};
+
+#define COMPARE_FAILURE(manager, text)                                                                       \
+    QVERIFY(!(manager).isCreating());                                                                        \
+    QVERIFY((manager).statusIsError());                                                                      \
+    QCOMPARE((manager).statusMessage(), text);                                                               \
+    QVERIFY((manager).lastOutputURL().isEmpty())
+
+} // namespace
+
+class ArchiveManagerTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void publishesInTheStatedOrder() {
+        const TestFolder folder;
+        const Path file = folder.write("a.txt", "a");
+        ArchiveManager manager({.unzip = "/bin/false"});
+        Journal journal(manager);
+        create(manager, {file}, folder.path() / "Report.zip");
+        QCOMPARE(journal.take(), QStringLiteral("busy, Creating archive…, fine, <>, <Report.zip>, "
+                                                "Archive created: Report.zip, fine, idle"));
+        extract(manager, folder.path() / "Report.zip", folder.path());
+        QCOMPARE(journal.take(),
+                 QStringLiteral("busy, Extracting…, fine, <>, Archive creation failed., error, idle"));
+        create(manager, {file}, folder.path() / "R.tar.gz", ArchiveFormat::tarGz);
+        journal.take();
+        extract(manager, folder.path() / "R.tar.gz", folder.path());
+        QCOMPARE(journal.take(),
+                 QStringLiteral("busy, Extracting…, fine, <>, <R>, Extracted to: R/, fine, idle"));
+        manager.clearStatus();
+        QCOMPARE(journal.take(), QStringLiteral(", fine, <>"));
+        QCOMPARE(folder.temporaryItems().size(), 0U);
+    }
+
+    void runsTheToolsExactlySo() {
+        const TestFolder folder;
+        const Path record = folder.path() / "record";
+        qputenv("FAKE_TOOL", QByteArray::fromStdString(record.native()));
+        ArchiveManager manager({.zip = FAKE_TOOL, .unzip = FAKE_TOOL, .tar = FAKE_TOOL});
+        // The name of the working folder without its UUID, the arguments, and the level in the environment.
+        const auto told = [&] {
+            QByteArrayList parts = readFile(record).split('\0');
+            const QByteArrayList arguments = parts.mid(2, parts.indexOf("\n") - 2);
+            const auto level =
+                std::ranges::find_if(parts, [](const QByteArray &part) { return part.startsWith("GZIP="); });
+            const QByteArray cwd = parts.first().mid(parts.first().lastIndexOf('/') + 1);
+            const QByteArray line = (cwd.size() == 46 ? cwd.first(10) : "") + ' ' + arguments.join('|') +
+                                    ' ' + (level == parts.end() ? QByteArray() : *level);
+            return QString::fromUtf8(line).replace(QString::fromStdString(folder.path().native()), u"@"_qs);
+        };
+        const Path file = folder.write("-x y\"", "");
+        const std::array<const char *, 3> digits{"-1", "-6", "-9"};
+        for (const CompressionLevel level : allCases<CompressionLevel>()) {
+            const QString digit = QString::fromLatin1(digits.at(static_cast<std::size_t>(level)));
+            create(manager, {file}, folder.path() / "a b.zip", ArchiveFormat::zip, level);
+            QCOMPARE(told(), u"Crateloom- %1|-r|@/a b.zip|-x y\" "_qs.arg(digit));
+            create(manager, {file}, folder.path() / "o.tar.gz", ArchiveFormat::tarGz, level);
+            QCOMPARE(told(), u"Crateloom- -czf|@/o.tar.gz|-x y\" GZIP=%1"_qs.arg(digit));
+        }
+        extract(manager, folder.path() / "some.zip", folder.path());
+        QCOMPARE(told(), u" -o|@/some.zip|-d|@/some "_qs);
+        extract(manager, folder.path() / "other.TGZ", folder.path());
+        QCOMPARE(told(), u" -xf|@/other.TGZ|-C|@/other "_qs);
+        qunsetenv("FAKE_TOOL");
+    }
+
+    void numbersEqualNames() {
+        const TestFolder folder;
+        std::vector<Path> files;
+        for (const char *parent : {"1/", "2/", "3/"}) {
+            for (const char *name : {"notes.txt", "a", "archive.tar.gz", ".hidden", "notes_1.txt"}) {
+                files.push_back(folder.write(std::string(parent) + name, parent));
+            }
+        }
+        std::filesystem::create_directory(folder.path() / "1/Photos");
+        files.insert(files.end(), 2, folder.path() / "1/Photos");
+        const Path stage = stageFiles(files);
+        QStringList names;
+        for (const auto &[name, line] : snapshot(stage)) {
+            names += QString::fromStdString(name);
+        }
+        QCOMPARE(
+            names.join(u' '),
+            u". .hidden .hidden_1 .hidden_2 Photos Photos_1 a a_1 a_2 archive.tar.gz archive.tar_1.gz "
+            "archive.tar_2.gz notes.txt notes_1.txt notes_1_1.txt notes_1_2.txt notes_2.txt notes_3.txt"_qs);
+        struct stat info {};
+        QVERIFY(::stat(stage.c_str(), &info) == 0 && (info.st_mode & 0777) == 0700);
+    }
+
+    void replacesWhatIsAtTheOutputPath() {
+        const TestFolder folder;
+        const Path file = folder.write("a.txt", "new");
+        const Path outside = folder.write("outside", "kept");
+        const Path output = folder.write("out.zip/old", "a folder");
+        ArchiveManager manager;
+        create(manager, {file}, output.parent_path());
+        QVERIFY2(!manager.statusIsError(), qPrintable(manager.statusMessage()));
+        std::filesystem::remove(folder.path() / "out.zip");
+        std::filesystem::create_symlink(outside, folder.path() / "out.zip");
+        create(manager, {file}, folder.path() / "out.zip");
+        QVERIFY(std::filesystem::is_regular_file(std::filesystem::symlink_status(folder.path() / "out.zip")));
+        QCOMPARE(readFile(outside), "kept");
+
+        ArchiveManager failing({.zip = "/bin/false"});
+        create(failing, {file}, folder.path() / "out.zip");
+        COMPARE_FAILURE(failing, u"Archive creation failed."_qs);
+        QVERIFY(!std::filesystem::exists(folder.path() / "out.zip"));
+        QCOMPARE(folder.temporaryItems().size(), 0U);
+    }
+
+    void neverRemovesAnInput() {
+        const TestFolder folder;
+        const Path file = folder.write("in/a.zip", "precious");
+        std::filesystem::create_directory_symlink("in", folder.path() / "alias");
+        ArchiveManager manager;
+        const QString reason =
+            u" couldn’t be removed because it is, or holds, one of the items to archive."_qs;
+        create(manager, {file}, file);
+        COMPARE_FAILURE(manager, u"The file “a.zip”"_qs + reason);
+        create(manager, {file}, folder.path() / "alias/a.zip");
+        COMPARE_FAILURE(manager, u"The file “a.zip”"_qs + reason);
+        create(manager, {file}, folder.path() / "in");
+        COMPARE_FAILURE(manager, u"The folder “in”"_qs + reason);
+        QCOMPARE(readFile(file), "precious");
+        create(manager, {folder.path() / "in"}, folder.path() / "in/b.zip");
+        QVERIFY2(!manager.statusIsError(), qPrintable(manager.statusMessage()));
+    }
+
+    void leavesWhatItsTableSays() {
+        const TestFolder folder;
+        const Path file = folder.write("a.txt", "a");
+        const Path old = folder.write("old.zip", "old");
+        ArchiveManager manager;
+        create(manager, {file, folder.path() / "vanished.txt"}, old);
+        COMPARE_FAILURE(manager,
+                        u"The file “vanished.txt” couldn’t be opened because there is no such file."_qs);
+        QVERIFY(!std::filesystem::exists(old));
+        QCOMPARE(folder.temporaryItems("Crateloom-").size(), 1U);
+        QCOMPARE(folder.temporaryItems().front().size(), 10U + 36U);
+
+        create(manager, {}, folder.path() / "empty.zip");
+        QVERIFY(manager.statusIsError() && manager.statusMessage().contains(u"Nothing to do"));
+        create(manager, {file}, folder.path() / "missing/out.zip");
+        QVERIFY(manager.statusIsError() && !manager.isCreating() && !manager.statusMessage().isEmpty());
+        create(manager, {file}, folder.path() / "missing/out.tar.gz", ArchiveFormat::tarGz);
+        QVERIFY(manager.statusIsError() && manager.statusMessage().contains(u"No such file"));
+        for (const ArchiveFormat later : {ArchiveFormat::sevenZ, ArchiveFormat::rar, ArchiveFormat::dmg}) {
+            create(manager, {file}, folder.path() / "later", later);
+            COMPARE_FAILURE(
+                manager, u"This version of Stowlark can’t create %1 archives yet."_qs.arg(rawValue(later)));
+        }
+        QCOMPARE(folder.temporaryItems("Crateloom-").size(), 1U);
+
+        std::filesystem::remove_all(folder.temporary());
+        folder.write("tmp", "no folder");
+        create(manager, {file}, folder.path() / "out.zip");
+        QVERIFY(manager.statusIsError() && manager.statusMessage().contains(u"isn’t a folder"));
+        extract(manager, file, folder.path());
+        std::filesystem::remove(folder.temporary());
+        create(manager, {file}, folder.path() / "out.zip"); // makes the temporary folder
+        QVERIFY2(!manager.statusIsError(), qPrintable(manager.statusMessage()));
+    }
+
+    void saysWhatIsWrongWithAnArchive() {
+        const TestFolder folder;
+        const Path output = folder.path() / "out";
+        ArchiveManager manager;
+        const auto message = [&](const Path &archive) {
+            extract(manager, archive, output);
+            return manager.isCreating() || !manager.statusIsError() || !manager.lastOutputURL().isEmpty()
+                       ? u"no failure"_qs
+                       : manager.statusMessage();
+        };
+        QCOMPARE(message(folder.write("data.tar.bz2", "x")), u"Unsupported format: .bz2"_qs);
+        QCOMPARE(message(folder.write("backup.tar", "x")), u"Unsupported format: .tar"_qs);
+        QCOMPARE(message(folder.write("README", "x")), u"Unsupported format: ."_qs);
+        QCOMPARE(message(folder.write("x.DMG", "x")),
+                 u"This version of Stowlark can’t extract .dmg archives yet."_qs);
+        QVERIFY(message(folder.write("damaged.zip", someText(5000))).contains(u"End-of-central-directory"));
+        QVERIFY(message(folder.write("notes.txt.gz", "plain")).contains(u"tar:"));
+        QVERIFY(message(folder.path() / "gone.zip").contains(u"gone.zip"));
+        for (const char *made : {"data", "backup", "README", "x", "damaged", "notes.txt", "gone"}) {
+            QVERIFY2(std::filesystem::is_directory(output / made), made);
+        }
+        folder.write("secret.txt", "secret");
+        QCOMPARE(
+            std::system(("cd " + folder.path().native() + " && zip -qP key locked.zip secret.txt").c_str()),
+            0);
+        QVERIFY(message(folder.path() / "locked.zip").contains(u"unable to get password"));
+        create(manager, {folder.path() / "secret.txt"}, folder.path() / "cut.tar.gz", ArchiveFormat::tarGz);
+        std::filesystem::resize_file(folder.path() / "cut.tar.gz", 60);
+        QVERIFY(message(folder.path() / "cut.tar.gz").contains(u"unexpected end of file"));
+        QCOMPARE(folder.temporaryItems().size(), 0U);
+    }
+
+    void clearsTheStatusOfARunningOperation() {
+        const TestFolder folder;
+        const Path file = folder.write("a.txt", "a");
+        ArchiveManager manager({.zip = folder.writeTool("slow", "sleep 0.3; echo done >&2; exit 7")});
+        auto running = manager.createArchive(urls({file}), ArchiveFormat::zip, CompressionLevel::fast,
+                                             fileUrl(folder.path() / "o.zip"));
+        QVERIFY(manager.isCreating());
+        manager.clearStatus();
+        QVERIFY(manager.isCreating() && manager.statusMessage().isEmpty());
+        QCoro::waitFor(std::move(running));
+        COMPARE_FAILURE(manager, u"done"_qs);
+    }
+
+    void mayDieWhileItRuns() {
+        const TestFolder folder;
+        const Path file = folder.write("a.txt", "a");
+        auto manager = std::make_unique<ArchiveManager>(Tools{.zip = folder.writeTool("slow", "sleep 0.2")});
+        auto running = manager->createArchive(urls({file}), ArchiveFormat::zip, CompressionLevel::fast,
+                                              fileUrl(folder.path() / "o.zip"));
+        manager.reset();
+        QCoro::waitFor(std::move(running));
+        QCOMPARE(folder.temporaryItems().size(), 0U);
+    }
+};
+
+QTEST_GUILESS_MAIN(ArchiveManagerTest)
+#include "archive_manager_test.moc"

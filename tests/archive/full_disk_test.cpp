@@ -1,0 +1,82 @@
+#include "archive/archive_manager.h"
+#include "foundation/file_url.h"
+#include "support/test_folder.h"
+
+#include <QCoro/QCoroCore>
+#include <QTest>
+
+#include <cerrno>
+
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+using namespace stowlark;
+
+/// Runs in a mount namespace of its own, in which a disk of 1 MB can be mounted that goes with the process.
+class FullDiskTest : public QObject {
+    Q_OBJECT
+
+public:
+    explicit FullDiskTest(bool mayMount)
+        : mayMount_(mayMount) {}
+
+private Q_SLOTS:
+    void init() {
+        if (!mayMount_) {
+            QSKIP("this machine does not let a test mount a file system");
+        }
+    }
+
+    void saysSoWhereverTheDiskIsFull() {
+        const TestFolder folder;
+        const Path disk = folder.path() / "disk";
+        std::filesystem::create_directory(disk);
+        QCOMPARE(::mount("tmpfs", disk.c_str(), "tmpfs", 0, "size=1m"), 0);
+        const Path file = folder.write("in/large.txt", someText(3'000'000));
+        const Path fits = folder.write("in/small.txt", "small");
+        ArchiveManager manager;
+        const auto create = [&](const Path &input, ArchiveFormat format, const Path &output) {
+            QCoro::waitFor(
+                manager.createArchive({fileUrl(input)}, format, CompressionLevel::fast, fileUrl(output)));
+            return manager.statusMessage();
+        };
+        // The archive does not fit: the tool's own words.
+        for (const auto &[format, name] :
+             {std::pair(ArchiveFormat::zip, "a.zip"), std::pair(ArchiveFormat::tarGz, "a.tar.gz")}) {
+            const QString said = create(file, format, disk / name);
+            QVERIFY2(said.contains(u"No space left on device"), qPrintable(said));
+            QVERIFY(manager.statusIsError() && !manager.isCreating() && manager.lastOutputURL().isEmpty());
+            std::filesystem::remove(disk / name);
+        }
+        // What was unpacked does not fit.
+        create(file, ArchiveFormat::tarGz, folder.path() / "a.tar.gz");
+        QVERIFY(!manager.statusIsError());
+        QCoro::waitFor(manager.extractArchive(manager.lastOutputURL(), fileUrl(disk)));
+        QVERIFY(manager.statusIsError() && manager.statusMessage().contains(u"tar: large.txt: Wrote only"));
+        std::filesystem::remove_all(disk / "a");
+        // The copies do not fit; they stay.
+        qputenv("TMPDIR", QByteArray::fromStdString(disk.native()));
+        QCOMPARE(create(file, ArchiveFormat::zip, folder.path() / "a.zip"),
+                 u"The file “large.txt” couldn’t be copied because there isn’t enough space on the disk."_qs);
+        QVERIFY(manager.statusIsError() && !manager.isCreating());
+        QCOMPARE(std::distance(std::filesystem::directory_iterator(disk), {}), 1);
+        std::filesystem::remove_all(std::filesystem::directory_iterator(disk)->path());
+        create(fits, ArchiveFormat::zip, folder.path() / "a.zip");
+        QVERIFY2(!manager.statusIsError(), qPrintable(manager.statusMessage()));
+        ::umount(disk.c_str());
+    }
+
+private:
+    bool mayMount_;
+};
+
+int main(int argc, char **argv) {
+    // Before any thread is started.
+    const bool mayMount = ::unshare(::geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS) == 0 &&
+                          ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    QCoreApplication application(argc, argv);
+    FullDiskTest test(mayMount);
+    return QTest::qExec(&test, argc, argv);
+}
+#include "full_disk_test.moc"

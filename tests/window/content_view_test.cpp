@@ -1,0 +1,150 @@
+#include "foundation/file_url.h"
+#include "support/test_folder.h"
+#include "window/content_view.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+using namespace stowlark;
+
+namespace {
+
+QString at(ContentView &view) {
+    return view.outputURL().toString(QUrl::FullyEncoded);
+}
+
+/// A desktop on which the user chooses what is given here.
+struct Choices {
+    QList<QUrl> files{};
+    std::optional<QUrl> folder{};
+    QList<QUrl> revealed{};
+    Desktop desktop() {
+        return {.chooseFilesAndFolders = [this]() -> QCoro::Task<QList<QUrl>> { co_return files; },
+                .chooseArchive = [this]() -> QCoro::Task<std::optional<QUrl>> {
+                    co_return files.isEmpty() ? std::nullopt : std::optional(files.first());
+                },
+                .chooseFolder = [this]() -> QCoro::Task<std::optional<QUrl>> { co_return folder; },
+                .reveal = [this](const QUrl &item) { revealed += item; }};
+    }
+};
+
+} // namespace
+
+class ContentViewTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void startsAsStated() {
+        const TestFolder home;
+        qputenv("HOME", QByteArray::fromStdString(home.path().native()));
+        qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString((home.path() / "config").native()));
+        QCOMPARE(ContentView().outputDir(), fileUrl(home.path())); // there is no Desktop folder
+        std::filesystem::create_directory(home.path() / "Desktop");
+        ContentView view;
+        QCOMPARE(view.outputDir(), fileUrl(home.path() / "Desktop"));
+        QCOMPARE(view.extractDir(), view.outputDir());
+        QCOMPARE(view.mode(), AppMode::compress);
+        QCOMPARE(view.format(), ArchiveFormat::zip);
+        QCOMPARE(view.level(), CompressionLevel::normal);
+        QCOMPARE(view.archiveName(), u"archive"_qs);
+        QVERIFY(view.createDisabled() && view.extractDisabled());
+    }
+
+    void namesTheOutput() {
+        ContentView view;
+        view.setOutputDir(fileUrl("/out"));
+        QCOMPARE(at(view), u"file:///out/archive.zip"_qs);
+        view.setArchiveName(u" x "_qs);
+        QCOMPARE(at(view), u"file:///out/%20x%20.zip"_qs);
+        view.setArchiveName(u" \t "_qs);
+        QCOMPARE(at(view), u"file:///out/archive.zip"_qs);
+        view.dropFiles({fileUrl("/a")});
+        QVERIFY(view.createDisabled());
+        view.setArchiveName(u"\n"_qs); // a line break is a name
+        QVERIFY(!view.createDisabled());
+        view.setArchiveName(u"/etc/../x%41"_qs); // one component, whatever it holds
+        QCOMPARE(path(view.outputURL()).native(), std::string("/out/:etc:..:x%41.zip"));
+        view.setArchiveName(u"a"_qs);
+        QStringList names;
+        for (const ArchiveFormat format : allCases<ArchiveFormat>()) {
+            view.setFormat(format);
+            names += view.outputURL().fileName() + view.extensionLabel();
+        }
+        QCOMPARE(names.join(u' '), u"a.zip.zip a.tar.gz.tar.gz a.7z.7z a.rar.rar a.dmg.dmg"_qs);
+    }
+
+    void listsEachItemOnce() {
+        const TestFolder folder;
+        const QUrl a = fileUrl(folder.write("a b%.txt", QByteArray(1500, 'a')));
+        const QUrl b = fileUrl(folder.path() / "gone");
+        Choices choices{.files = {a, b, b}};
+        ContentView view(choices.desktop());
+        view.dropFiles({a, QUrl(u"http://host/x"_qs), QUrl(u"text"_qs), QUrl(a.toString() + u'/'), a});
+        QCOMPARE(view.files()->urls(), std::vector{a});
+        QCOMPARE(view.files()->countText() + view.files()->totalSize(), u"1 item2 KB"_qs);
+        view.browseFiles();
+        QCOMPARE(view.files()->urls(), (std::vector{a, b}));
+        QCOMPARE(view.files()->countText(), u"2 items"_qs);
+        const QModelIndex row = view.files()->index(0);
+        QCOMPARE(row.data(FileListModel::nameRole).toString(), u"a b%.txt"_qs);
+        QCOMPARE(row.data(FileListModel::sizeRole).toString(), u"2 KB"_qs);
+        view.removeFile(a);
+        QCOMPARE(view.files()->urls(), std::vector{b});
+        QCOMPARE(view.files()->totalSize(), QString());
+        view.clearFiles();
+        QVERIFY(view.createDisabled());
+        QCOMPARE(view.files()->countText(), u"0 items"_qs);
+    }
+
+    void selectsOneArchiveAndItsFolder() {
+        Choices choices{.files = {fileUrl("/c/3.zip")}, .folder = fileUrl("/chosen")};
+        ContentView view(choices.desktop());
+        view.dropArchives({fileUrl("/a/1.zip"), QUrl(u"http://host/x.zip"_qs), fileUrl("/b/2.txt")});
+        QCOMPARE(view.archiveFile(), fileUrl("/b/2.txt"));
+        QCOMPARE(view.extractDir(), fileUrl("/b"));
+        view.chooseExtractDir();
+        view.chooseSaveDir();
+        QCOMPARE(view.extractDir(), fileUrl("/chosen"));
+        QCOMPARE(view.outputDir(), fileUrl("/chosen"));
+        view.removeArchive();
+        QVERIFY(view.extractDisabled());
+        QCOMPARE(view.extractDir(), fileUrl("/chosen"));
+        view.browseArchive();
+        QCOMPARE(view.extractDir(), fileUrl("/c"));
+        choices.files.clear();
+        view.browseArchive();
+        QCOMPARE(view.archiveFile(), fileUrl("/c/3.zip"));
+    }
+
+    void createsExtractsAndShows() {
+        const TestFolder folder;
+        Choices choices;
+        ContentView view(choices.desktop());
+        view.create();
+        view.extract();
+        QVERIFY(!view.mgr()->isCreating());
+        view.dropFiles({fileUrl(folder.write("a.txt", "a"))});
+        view.setOutputDir(fileUrl(folder.path()));
+        view.create();
+        QVERIFY(view.mgr()->isCreating());
+        QSignalSpy begun(view.mgr(), &ArchiveManager::isCreatingChanged);
+        view.create(); // a second click
+        QCOMPARE(begun.size(), 0);
+        QTRY_VERIFY(!view.mgr()->isCreating());
+        QCOMPARE(view.mgr()->statusMessage(), u"Archive created: archive.zip"_qs);
+        QCOMPARE(view.files()->count(), 1);
+        view.showInFinder();
+        QCOMPARE(choices.revealed, QList{fileUrl(folder.path() / "archive.zip")});
+        view.setMode(AppMode::extract);
+        QVERIFY(view.mgr()->statusMessage().isEmpty() && !view.hasOutput());
+        view.setArchiveFile(fileUrl(folder.path() / "archive.zip"));
+        view.extract();
+        QTRY_VERIFY(!view.mgr()->isCreating());
+        QCOMPARE(view.mgr()->statusMessage(), u"Extracted to: archive/"_qs);
+        QCOMPARE(readFile(folder.path() / "archive/a.txt"), "a");
+        QVERIFY(!view.extractDisabled());
+    }
+};
+
+QTEST_MAIN(ContentViewTest)
+#include "content_view_test.moc"
