@@ -35,7 +35,7 @@ Options parseOptions(const QCoreApplication &application) {
     const QCommandLineOption samples(QStringLiteral("samples"), QStringLiteral("Samples of each side (5)."),
                                      QStringLiteral("N"), QStringLiteral("5"));
     const QCommandLineOption folder(QStringLiteral("folder"), QStringLiteral("Work in a new folder in DIR."),
-                                    QStringLiteral("DIR"));
+                                    QStringLiteral("DIR"), roomyParent());
     const QCommandLineOption only(QStringLiteral("only"),
                                   QStringLiteral("Run only the rows whose names contain TEXT."),
                                   QStringLiteral("TEXT"));

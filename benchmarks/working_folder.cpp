@@ -8,11 +8,8 @@
 #include <QStorageInfo>
 
 namespace stowlark {
-namespace {
-
-constexpr qint64 roomNeeded = 3'000'000'000;
-
-QString defaultParent() {
+QString roomyParent() {
+    constexpr qint64 roomNeeded = 3'000'000'000;
     const QString memory = QStringLiteral("/dev/shm");
     const QStorageInfo storage(memory);
     const bool fits = storage.rootPath() == memory && storage.fileSystemType() == "tmpfs" &&
@@ -20,14 +17,10 @@ QString defaultParent() {
     return fits ? memory : QDir::tempPath();
 }
 
-} // namespace
-
 WorkingFolder::WorkingFolder(const QString &parent)
-    : folder_(QDir(parent.isEmpty() ? defaultParent() : parent)
-                  .absoluteFilePath(QStringLiteral("stowlark-bench-XXXXXX"))) {
+    : folder_(QDir(parent).absoluteFilePath(QStringLiteral("stowlark-bench-XXXXXX"))) {
     if (!folder_.isValid()) {
-        throw Failure(QStringLiteral("No folder could be made in %1: %2")
-                          .arg(QFileInfo(folder_.path()).path(), folder_.errorString()));
+        throw Failure(QStringLiteral("No folder could be made in %1: %2").arg(parent, folder_.errorString()));
     }
     const Path temporary = path() / "tmp";
     std::filesystem::create_directory(temporary);

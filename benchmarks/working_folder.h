@@ -1,16 +1,18 @@
 #pragma once
 
-#include <QTemporaryDir>
-
 #include "foundation/path_name.h"
+
+#include <QTemporaryDir>
 
 namespace stowlark {
 
-/// A folder of this run's own, removed at its end. The folder for temporary files is in it, for this program
-/// and its children.
+/// Where to measure: in memory if there is room for it, else in the system's folder for temporary files.
+QString roomyParent();
+
+/// A new folder in `parent` of this run's own, removed at its end. The folder for temporary files is in it,
+/// for this program and its children.
 class WorkingFolder {
 public:
-    /// `parent`: where to make it; empty for memory where that has room, else the system's temporary folder.
     explicit WorkingFolder(const QString &parent);
 
     Path path() const;

@@ -3,11 +3,12 @@
 #include <QCoro/QCoroSignal>
 
 #include <QAbstractItemView>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QFileSystemModel>
 #include <QGuiApplication>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QWindow>
 
 namespace stowlark {
@@ -22,6 +23,10 @@ public:
         setFileMode(QFileDialog::Directory);
         setOption(QFileDialog::ShowDirsOnly, false);
         setLabelText(QFileDialog::Accept, tr("Add"));
+        setLabelText(QFileDialog::FileName, tr("Names:"));
+        for (const char *pointless : {"fileTypeLabel", "fileTypeCombo"}) {
+            findChild<QWidget *>(QLatin1String(pointless))->hide();
+        }
         for (auto *view : findChildren<QAbstractItemView *>(QRegularExpression(QStringLiteral("^(list|tree)View$")))) {
             view->setSelectionMode(QAbstractItemView::ExtendedSelection);
         }
@@ -41,6 +46,7 @@ public:
 /// Shows the dialog over the window until the user has decided.
 QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog) {
     const QPointer<QFileDialog> alive(dialog);
+    dialog->setDirectory(QDir::homePath());
     dialog->setWindowModality(Qt::ApplicationModal);
     dialog->winId(); // makes its window
     dialog->windowHandle()->setTransientParent(QGuiApplication::focusWindow());

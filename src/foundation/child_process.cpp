@@ -175,14 +175,15 @@ QByteArray wholeContents(int file) {
 QCoro::Task<ChildEnd> runChild(Command command) {
     const Descriptor output = unlinkedTemporaryFile();
     const pid_t child = launch(command, output.get());
-    co_return co_await onWorker([child, file = output.get()] {
+    auto wait = [child, file = output.get()] {
         ChildEnd end;
         end.succeeded = waitForSuccess(child);
         if (!end.succeeded) {
             end.output = wholeContents(file);
         }
         return end;
-    });
+    };
+    co_return co_await onWorker(std::move(wait));
 }
 
 bool runChildQuietly(const Command &command) noexcept {

@@ -19,6 +19,15 @@ ListView {
     bottomMargin: 20
     boundsBehavior: Flickable.StopAtBounds
 
+    Connections {
+        target: root.view.mgr
+
+        /// The status line stands at the end, mostly out of sight.
+        function onStatusMessageChanged() {
+            Qt.callLater(root.positionViewAtEnd);
+        }
+    }
+
     header: ColumnLayout {
         width: root.width - 40
         spacing: 14

@@ -1,0 +1,155 @@
+#include "tour/tour.h"
+
+#include "foundation/byte_count.h"
+#include "foundation/file_url.h"
+#include "tour/compare.h"
+
+#include <QTextStream>
+
+namespace stowlark {
+namespace {
+
+QString sizeText(const Path &item) {
+    return byteCountText(static_cast<qint64>(totalSize(item)));
+}
+
+std::vector<Path> makeFiles(const TestFolder &folder) {
+    const Path photos = "in/Holiday photos";
+    for (int i = 1; i <= 40; ++i) {
+        folder.write(photos / ("2026-08-" + std::to_string(i)) / "picture.raw", someText(60'000, i));
+    }
+    folder.write(photos / "notes & lists (ünïcödé) 😀.txt", "bread, butter\n");
+    folder.write(photos / ".hidden", "hidden");
+    std::filesystem::create_directories(folder.path() / photos / "empty folder");
+    return {folder.path() / photos, folder.write("in/Report.txt", someText(4'000'000)),
+            folder.write("in/ two  spaces.tar.gz", someText(20'000, 7))};
+}
+
+QString slug(ArchiveFormat format) {
+    return rawValue(format).section(u' ', 0, 0).toLower().replace(u'.', u'-');
+}
+
+} // namespace
+
+Tour::Tour(StowlarkApp &program, const TestFolder &folder, const Path &screenshots)
+    : view_(program.view())
+    , folder_(folder)
+    , driver_(program.window(), screenshots)
+    , originals_(makeFiles(folder)) {}
+
+void Tour::run() {
+    driver_.screenshot(QStringLiteral("empty"));
+    collect();
+    createAll();
+    extractAll();
+    showAnError();
+}
+
+void Tour::collect() {
+    QList<QUrl> dropped;
+    for (std::size_t i = 0; i + 1 < originals_.size(); ++i) {
+        dropped += fileUrl(originals_[i]);
+    }
+    driver_.drop(QStringLiteral("Drop files & folders here"), dropped,
+                 [this] { driver_.screenshot(QStringLiteral("hovering")); });
+    driver_.press(QStringLiteral("Browse Files…"));
+    driver_.enterInDialog(originals_.back());
+    if (view_.files()->urls().size() != originals_.size()) {
+        throw TourFailure("not everything was added");
+    }
+    driver_.screenshot(QStringLiteral("files-added"));
+    std::uintmax_t size = 0;
+    for (const Path &item : originals_) {
+        size += totalSize(item);
+    }
+    say(QStringLiteral("added      %1, %2")
+            .arg(view_.files()->countText(), byteCountText(static_cast<qint64>(size))));
+    driver_.press(QStringLiteral("Change the folder to save to"));
+    std::filesystem::create_directory(folder_.path() / "archives");
+    driver_.enterInDialog(folder_.path() / "archives");
+    driver_.type(QStringLiteral("Archive Name"), QStringLiteral("My holiday"));
+}
+
+void Tour::createAll() {
+    for (const ArchiveFormat format : allCases<ArchiveFormat>()) {
+        driver_.choose(QStringLiteral("Format"), static_cast<int>(format));
+        const bool isThere = format == ArchiveFormat::dmg ? std::filesystem::exists("/usr/bin/hdiutil")
+                                                          : view_.toolWarning().isEmpty();
+        if (!isThere) {
+            driver_.screenshot(slug(format) + QStringLiteral("-no-tool"));
+            say(QStringLiteral("no tool    %1").arg(rawValue(format)));
+        } else if (create(format)) {
+            archives_.push_back(path(view_.mgr()->lastOutputURL()));
+        }
+    }
+}
+
+/// False if this version has no writer for the format.
+bool Tour::create(ArchiveFormat format) {
+    driver_.press(QStringLiteral("Create Archive"));
+    driver_.screenshot(slug(format) + QStringLiteral("-creating"));
+    waitUntilIdle();
+    driver_.screenshot(slug(format) + QStringLiteral("-created"));
+    const QString message = view_.mgr()->statusMessage();
+    if (message.startsWith(u"This version of Stowlark can’t")) {
+        say(QStringLiteral("later      %1: %2").arg(rawValue(format), message));
+        return false;
+    }
+    if (view_.mgr()->statusIsError()) {
+        throw TourFailure(message.toStdString());
+    }
+    const Path archive = path(view_.mgr()->lastOutputURL());
+    say(QStringLiteral("created    %1, %2").arg(displayText(archive.filename().native()), sizeText(archive)));
+    return true;
+}
+
+void Tour::extractAll() {
+    driver_.press(QStringLiteral("Extract"));
+    driver_.screenshot(QStringLiteral("extract-empty"));
+    std::filesystem::create_directory(folder_.path() / "extracted");
+    for (const Path &archive : archives_) {
+        driver_.drop(QStringLiteral("Drop an archive here"), {fileUrl(archive)});
+        driver_.press(QStringLiteral("Change the folder to extract to"));
+        driver_.enterInDialog(folder_.path() / "extracted");
+        driver_.press(QStringLiteral("Extract Archive"));
+        waitUntilIdle();
+        const QString name = displayText(archive.filename().native());
+        driver_.screenshot(QStringLiteral("extracted-") + name.section(u'.', 1).replace(u'.', u'-'));
+        if (view_.mgr()->statusIsError()) {
+            throw TourFailure(view_.mgr()->statusMessage().toStdString());
+        }
+        const Path result = path(view_.mgr()->lastOutputURL());
+        const std::string difference = differences(originals_, result);
+        if (!difference.empty()) {
+            throw TourFailure("what came out of " + name.toStdString() + " differs:\n" + difference);
+        }
+        say(QStringLiteral("extracted  %1 to %2/, %3, equal to the originals byte for byte")
+                .arg(name, displayText(result.filename().native()), sizeText(result)));
+    }
+    if (archives_.empty()) {
+        throw TourFailure("no archive could be created");
+    }
+}
+
+void Tour::showAnError() {
+    driver_.drop(QStringLiteral("Drop an archive here"),
+                 {fileUrl(folder_.write("damaged.zip", someText(2000)))});
+    driver_.press(QStringLiteral("Extract Archive"));
+    waitUntilIdle();
+    driver_.screenshot(QStringLiteral("damaged"));
+    if (!view_.mgr()->statusIsError()) {
+        throw TourFailure("a damaged archive was taken for a good one");
+    }
+    say(QStringLiteral("refused    damaged.zip: %1")
+            .arg(view_.mgr()->statusMessage().section(u'\n', 1, 1).trimmed()));
+}
+
+void Tour::waitUntilIdle() {
+    driver_.wait(QStringLiteral("the operation to end"), [this] { return !view_.mgr()->isCreating(); });
+}
+
+void Tour::say(const QString &line) const {
+    QTextStream(stdout) << line << Qt::endl;
+}
+
+} // namespace stowlark
