@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -20,8 +19,8 @@ constexpr off_t smallFile = 128 << 10;
 constexpr std::size_t bufferSize = 256 << 10;
 
 char *buffer() {
-    thread_local const auto memory = std::make_unique<char[]>(bufferSize);
-    return memory.get();
+    thread_local std::vector<char> memory(bufferSize);
+    return memory.data();
 }
 
 int writeAll(int target, const char *bytes, std::size_t count, off_t offset) {

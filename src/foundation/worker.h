@@ -20,7 +20,7 @@ QCoro::Task<std::invoke_result_t<Work>> onWorker(Work work) {
     using Result = std::invoke_result_t<Work>;
     std::optional<std::conditional_t<std::is_void_v<Result>, std::monostate, Result>> result;
     std::exception_ptr failure;
-    const QFuture<void> finished = QtConcurrent::run([&work, &result, &failure] {
+    const QFuture<void> finished = QtConcurrent::run([&] {
         try {
             if constexpr (std::is_void_v<Result>) {
                 work();
