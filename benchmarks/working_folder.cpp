@@ -8,6 +8,7 @@
 #include <QStorageInfo>
 
 namespace stowlark {
+
 QString roomyParent() {
     constexpr qint64 roomNeeded = 3'000'000'000;
     const QString memory = QStringLiteral("/dev/shm");

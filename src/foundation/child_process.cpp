@@ -82,7 +82,7 @@ std::vector<std::string> mergedEnvironment(const std::map<std::string, std::stri
         }
     }
     for (const auto &[name, value] : additions) {
-        result.push_back(name + '=' + value);
+        result.emplace_back(name).append(1, '=').append(value);
     }
     return result;
 }

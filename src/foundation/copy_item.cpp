@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <memory>
+#include <ranges>
 #include <string>
 #include <variant>
 #include <vector>
@@ -119,8 +120,8 @@ public:
             }
         });
         // Only now, from the inside out: filling a folder changes its times, and its mode may forbid it.
-        for (auto relative = folders_.rbegin(); relative != folders_.rend(); ++relative) {
-            finishFolder(*relative);
+        for (const std::string &relative : std::views::reverse(folders_)) {
+            finishFolder(relative);
         }
     }
 

@@ -5,6 +5,7 @@
 #include "foundation/job_stack.h"
 
 #include <cerrno>
+#include <ranges>
 #include <string>
 #include <vector>
 
@@ -32,12 +33,12 @@ public:
     void run() {
         addFolder(".");
         jobs_.run([this](const std::string &relative) { removeFiles(relative); });
-        for (auto relative = folders_.rbegin(); relative != folders_.rend(); ++relative) {
-            const bool isRoot = *relative == ".";
-            const int result =
-                isRoot ? ::rmdir(path_.c_str()) : ::unlinkat(root_.get(), relative->c_str(), AT_REMOVEDIR);
+        for (const std::string &relative : std::views::reverse(folders_)) {
+            const bool isRoot = relative == ".";
+            const int result = isRoot ? ::rmdir(path_.c_str())
+                                      : ::unlinkat(root_.get(), relative.c_str(), AT_REMOVEDIR);
             if (result != 0 && errno != ENOENT) {
-                throw PlatformError(PlatformError::Action::remove, isRoot ? path_ : path_ / *relative, errno);
+                throw PlatformError(PlatformError::Action::remove, isRoot ? path_ : path_ / relative, errno);
             }
         }
     }
