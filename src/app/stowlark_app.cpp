@@ -7,7 +7,8 @@ void qml_register_types_Stowlark_Window();
 
 namespace stowlark {
 
-StowlarkApp::StowlarkApp(Desktop desktop) : view_(std::move(desktop)) {
+StowlarkApp::StowlarkApp(Desktop desktop)
+    : view_(std::move(desktop)) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &view_, [this] { quitWhenDone(); });
 
@@ -17,7 +18,8 @@ StowlarkApp::StowlarkApp(Desktop desktop) : view_(std::move(desktop)) {
 }
 
 QQuickWindow *StowlarkApp::window() const {
-    return engine_.rootObjects().isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(engine_.rootObjects().first());
+    return engine_.rootObjects().isEmpty() ? nullptr
+                                           : qobject_cast<QQuickWindow *>(engine_.rootObjects().first());
 }
 
 void StowlarkApp::quitWhenDone() {

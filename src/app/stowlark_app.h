@@ -8,8 +8,8 @@
 
 namespace stowlark {
 
-/// The program put together: one window with its state. Made after the QApplication. Once the window is closed the
-/// application quits, after the operation that may still be running.
+/// The program put together: one window with its state. Made after the QApplication. Once the window is
+/// closed the application quits, after the operation that may still be running.
 class StowlarkApp {
 public:
     explicit StowlarkApp(Desktop desktop = systemDesktop());

@@ -14,8 +14,8 @@
 namespace stowlark {
 namespace {
 
-/// Takes files and folders alike; Qt's own takes the one kind or the other. Opening a folder with a double click or the
-/// Return key in the list still goes into it.
+/// Takes files and folders alike; Qt's own takes the one kind or the other. Opening a folder with a double
+/// click or the Return key in the list still goes into it.
 class FilesAndFoldersDialog final : public QFileDialog {
 public:
     FilesAndFoldersDialog() {
@@ -27,7 +27,8 @@ public:
         for (const char *pointless : {"fileTypeLabel", "fileTypeCombo"}) {
             findChild<QWidget *>(QLatin1String(pointless))->hide();
         }
-        for (auto *view : findChildren<QAbstractItemView *>(QRegularExpression(QStringLiteral("^(list|tree)View$")))) {
+        for (auto *view :
+             findChildren<QAbstractItemView *>(QRegularExpression(QStringLiteral("^(list|tree)View$")))) {
             view->setSelectionMode(QAbstractItemView::ExtendedSelection);
         }
     }

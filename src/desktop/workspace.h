@@ -6,6 +6,6 @@
 namespace stowlark {
 
 /// Shows the item, selected, in the file manager; where that cannot be asked, opens the folder that holds it.
-void reveal(QUrl item);
+void reveal(const QUrl &item);
 
 } // namespace stowlark

@@ -7,7 +7,6 @@
 #include <array>
 #include <cerrno>
 #include <memory>
-#include <ranges>
 #include <string>
 #include <variant>
 #include <vector>
@@ -120,8 +119,8 @@ public:
             }
         });
         // Only now, from the inside out: filling a folder changes its times, and its mode may forbid it.
-        for (const std::string &relative : std::views::reverse(folders_)) {
-            finishFolder(relative);
+        for (auto at = folders_.rbegin(); at != folders_.rend(); ++at) {
+            finishFolder(*at);
         }
     }
 

@@ -5,7 +5,6 @@
 #include "foundation/job_stack.h"
 
 #include <cerrno>
-#include <ranges>
 #include <string>
 #include <vector>
 
@@ -33,10 +32,11 @@ public:
     void run() {
         addFolder(".");
         jobs_.run([this](const std::string &relative) { removeFiles(relative); });
-        for (const std::string &relative : std::views::reverse(folders_)) {
+        for (auto at = folders_.rbegin(); at != folders_.rend(); ++at) {
+            const std::string &relative = *at;
             const bool isRoot = relative == ".";
-            const int result = isRoot ? ::rmdir(path_.c_str())
-                                      : ::unlinkat(root_.get(), relative.c_str(), AT_REMOVEDIR);
+            const int result =
+                isRoot ? ::rmdir(path_.c_str()) : ::unlinkat(root_.get(), relative.c_str(), AT_REMOVEDIR);
             if (result != 0 && errno != ENOENT) {
                 throw PlatformError(PlatformError::Action::remove, isRoot ? path_ : path_ / relative, errno);
             }

@@ -12,8 +12,8 @@
 
 namespace stowlark {
 
-/// All state and operations of the window; the QML only draws it. Formats, levels and modes are given to QML as numbers
-/// into the lists of their labels, folders and files as text.
+/// All state and operations of the window; the QML only draws it. Formats, levels and modes are given to QML
+/// as numbers into the lists of their labels, folders and files as text.
 class ContentView : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -69,7 +69,8 @@ public:
     QUrl extractDir() const { return extractDir_; }
     void setExtractDir(const QUrl &folder);
 
-    /// Where the archive goes: the name as typed ("archive" if blank) with the format's extension, in `outputDir`.
+    /// Where the archive goes: the name as typed ("archive" if blank) with the format's extension, in
+    /// `outputDir`.
     QUrl outputURL() const;
     /// "." and the extension that the format gives to files.
     QString extensionLabel() const;

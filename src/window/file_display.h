@@ -12,7 +12,8 @@ namespace stowlark {
 /// Also a link to one.
 bool isFolder(const Path &file);
 
-/// The size in bytes that the item's own attributes report (a folder is not walked); none if they cannot be read.
+/// The size in bytes that the item's own attributes report (a folder is not walked); none if they cannot be
+/// read.
 std::optional<qint64> attributeSize(const Path &file);
 
 /// The size as text; none for a folder or what cannot be read.

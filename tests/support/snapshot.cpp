@@ -78,7 +78,7 @@ std::map<std::string, std::string> snapshot(const Path &folder, SnapshotOptions 
 }
 
 QByteArray difference(const std::map<std::string, std::string> &expected,
-                       const std::map<std::string, std::string> &actual) {
+                      const std::map<std::string, std::string> &actual) {
     std::string text;
     for (const auto &[name, line] : expected) {
         const auto found = actual.find(name);

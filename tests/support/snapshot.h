@@ -22,6 +22,6 @@ std::map<std::string, std::string> snapshot(const Path &folder, SnapshotOptions 
 
 /// The lines in which two snapshots differ; empty if they are equal.
 QByteArray difference(const std::map<std::string, std::string> &expected,
-                       const std::map<std::string, std::string> &actual);
+                      const std::map<std::string, std::string> &actual);
 
 } // namespace stowlark

@@ -19,12 +19,13 @@ struct Choices {
     std::optional<QUrl> folder{};
     QList<QUrl> revealed{};
     Desktop desktop() {
-        return {.chooseFilesAndFolders = [this]() -> QCoro::Task<QList<QUrl>> { co_return QList(files); },
-                .chooseArchive = [this]() -> QCoro::Task<std::optional<QUrl>> {
-                    co_return files.isEmpty() ? std::nullopt : std::optional(files.first());
-                },
-                .chooseFolder = [this]() -> QCoro::Task<std::optional<QUrl>> { co_return std::optional(folder); },
-                .reveal = [this](const QUrl &item) { revealed += item; }};
+        return {
+            .chooseFilesAndFolders = [this]() -> QCoro::Task<QList<QUrl>> { co_return QList(files); },
+            .chooseArchive = [this]() -> QCoro::Task<std::optional<QUrl>> {
+                co_return files.isEmpty() ? std::nullopt : std::optional(files.first());
+            },
+            .chooseFolder = [this]() -> QCoro::Task<std::optional<QUrl>> { co_return std::optional(folder); },
+            .reveal = [this](const QUrl &item) { revealed += item; }};
     }
 };
 

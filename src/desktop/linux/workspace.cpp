@@ -17,7 +17,7 @@ void openContainingFolder(const QUrl &item) {
 
 } // namespace
 
-void reveal(QUrl item) {
+void reveal(const QUrl &item) {
     auto call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));

@@ -5,7 +5,7 @@
 
 namespace stowlark {
 
-void reveal(QUrl item) {
+void reveal(const QUrl &item) {
     runChildQuietly({.tool = "/usr/bin/open", .arguments = {"-R", path(item).native()}});
 }
 
