@@ -19,18 +19,14 @@ ListView {
     bottomMargin: 20
     boundsBehavior: Flickable.StopAtBounds
 
-    Connections {
-        target: root.view.mgr
-
-        /// The status line stands at the end, mostly out of sight.
-        function onStatusMessageChanged() {
-            Qt.callLater(root.positionViewAtEnd);
-        }
+    FocusFollower {
+        pane: root
     }
 
     header: ColumnLayout {
         width: root.width - 40
         spacing: 14
+        onHeightChanged: Qt.callLater(root.positionViewAtBeginning)
 
         DropZone {
             Layout.fillWidth: true
@@ -104,6 +100,7 @@ ListView {
             Layout.fillWidth: true
             visible: root.view.mgr.statusMessage !== ""
             view: root.view
+            onHeightChanged: Qt.callLater(root.positionViewAtEnd)
         }
     }
 }

@@ -13,6 +13,10 @@ Flickable {
     clip: true
     boundsBehavior: Flickable.StopAtBounds
 
+    FocusFollower {
+        pane: root
+    }
+
     ColumnLayout {
         id: column
 
