@@ -25,6 +25,14 @@ std::vector<Path> paths(const std::vector<QUrl> &fileUrls) {
 
 } // namespace
 
+template <typename Value>
+void ArchiveManager::publish(Value ArchiveManager::*property, const Value &value,
+                             void (ArchiveManager::*changed)()) {
+    Q_EMIT objectWillChange();
+    this->*property = value;
+    Q_EMIT(this->*changed)();
+}
+
 ArchiveManager::ArchiveManager(Tools tools, QObject *parent)
     : QObject(parent)
     , tools_(std::move(tools)) {}
@@ -86,54 +94,30 @@ QCoro::Task<> ArchiveManager::extractArchive(QUrl archiveURL, QUrl outputDir) {
 }
 
 void ArchiveManager::clearStatus() {
-    setStatusMessage({});
-    setStatusIsError(false);
-    setLastOutputURL({});
+    publish(&ArchiveManager::statusMessage_, QString(), &ArchiveManager::statusMessageChanged);
+    publish(&ArchiveManager::statusIsError_, false, &ArchiveManager::statusIsErrorChanged);
+    publish(&ArchiveManager::lastOutputURL_, QUrl(), &ArchiveManager::lastOutputURLChanged);
 }
 
 void ArchiveManager::begin(const QString &message) {
-    setIsCreating(true);
-    setStatusMessage(message);
-    setStatusIsError(false);
-    setLastOutputURL({});
+    publish(&ArchiveManager::isCreating_, true, &ArchiveManager::isCreatingChanged);
+    publish(&ArchiveManager::statusMessage_, message, &ArchiveManager::statusMessageChanged);
+    publish(&ArchiveManager::statusIsError_, false, &ArchiveManager::statusIsErrorChanged);
+    publish(&ArchiveManager::lastOutputURL_, QUrl(), &ArchiveManager::lastOutputURLChanged);
 }
 
 void ArchiveManager::succeed(const QUrl &output, const QString &message) {
-    setLastOutputURL(output);
-    setStatusMessage(message);
-    setStatusIsError(false);
+    publish(&ArchiveManager::lastOutputURL_, output, &ArchiveManager::lastOutputURLChanged);
+    publish(&ArchiveManager::statusMessage_, message, &ArchiveManager::statusMessageChanged);
+    publish(&ArchiveManager::statusIsError_, false, &ArchiveManager::statusIsErrorChanged);
 }
 
 void ArchiveManager::finish(const std::optional<QString> &failure) {
     if (failure) {
-        setStatusMessage(*failure);
-        setStatusIsError(true);
+        publish(&ArchiveManager::statusMessage_, *failure, &ArchiveManager::statusMessageChanged);
+        publish(&ArchiveManager::statusIsError_, true, &ArchiveManager::statusIsErrorChanged);
     }
-    setIsCreating(false);
-}
-
-void ArchiveManager::setIsCreating(bool value) {
-    Q_EMIT objectWillChange();
-    isCreating_ = value;
-    Q_EMIT isCreatingChanged();
-}
-
-void ArchiveManager::setStatusMessage(const QString &value) {
-    Q_EMIT objectWillChange();
-    statusMessage_ = value;
-    Q_EMIT statusMessageChanged();
-}
-
-void ArchiveManager::setStatusIsError(bool value) {
-    Q_EMIT objectWillChange();
-    statusIsError_ = value;
-    Q_EMIT statusIsErrorChanged();
-}
-
-void ArchiveManager::setLastOutputURL(const QUrl &value) {
-    Q_EMIT objectWillChange();
-    lastOutputURL_ = value;
-    Q_EMIT lastOutputURLChanged();
+    publish(&ArchiveManager::isCreating_, false, &ArchiveManager::isCreatingChanged);
 }
 
 } // namespace stowlark

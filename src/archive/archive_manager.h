@@ -58,10 +58,8 @@ Q_SIGNALS:
     void lastOutputURLChanged();
 
 private:
-    void setIsCreating(bool value);
-    void setStatusMessage(const QString &value);
-    void setStatusIsError(bool value);
-    void setLastOutputURL(const QUrl &value);
+    template <typename Value>
+    void publish(Value ArchiveManager::*property, const Value &value, void (ArchiveManager::*changed)());
 
     void begin(const QString &message);
     void succeed(const QUrl &output, const QString &message);

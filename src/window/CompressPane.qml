@@ -15,8 +15,6 @@ ListView {
     clip: true
     leftMargin: 20
     rightMargin: 20
-    topMargin: 14
-    bottomMargin: 20
     boundsBehavior: Flickable.StopAtBounds
 
     FocusFollower {
@@ -30,6 +28,7 @@ ListView {
 
         DropZone {
             Layout.fillWidth: true
+            Layout.topMargin: 14
             title: qsTr("Drop files & folders here")
             hoverTitle: qsTr("Release to add files")
             detail: qsTr("or")
@@ -101,6 +100,10 @@ ListView {
             visible: root.view.mgr.statusMessage !== ""
             view: root.view
             onHeightChanged: Qt.callLater(root.positionViewAtEnd)
+        }
+
+        Item {
+            implicitHeight: 6
         }
     }
 }
