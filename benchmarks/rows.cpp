@@ -62,7 +62,8 @@ Action fileRemoval(const Path &file) {
 
 void failIfFailed(const ArchiveManager &manager) {
     if (manager.statusIsError()) {
-        throw Failure(manager.statusMessage());
+        // The message may be all that the tool wrote: a line for each file.
+        throw Failure(manager.statusMessage().section(u'\n', -3));
     }
 }
 

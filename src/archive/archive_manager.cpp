@@ -46,7 +46,8 @@ QCoro::Task<> ArchiveManager::createArchive(std::vector<QUrl> files, ArchiveForm
     std::optional<QString> failure;
     begin(QStringLiteral("Creating archive…"));
     try {
-        auto stage = [output, inputs = paths(files)] {
+        auto stage = [output, files] {
+            const std::vector<Path> inputs = paths(files);
             removeExistingOutput(output, inputs);
             return stageFiles(inputs);
         };

@@ -8,12 +8,18 @@
 #include <QTimer>
 
 #include <csignal>
-#include <fstream>
 
 #include <fcntl.h>
-#include <pty.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#ifdef __APPLE__
+#include <util.h>
+#else
+#include <pty.h>
+#endif
+
+extern char **environ; // not declared on macOS
 
 using namespace stowlark;
 
@@ -37,18 +43,15 @@ Record readRecord(const Path &file) {
     return {parts.first(), parts.mid(1, end - 1), parts.mid(end + 1, parts.lastIndexOf("\n") - end - 1)};
 }
 
-/// In KB, of this process.
+/// The most memory that this process has used so far, in KB.
 long residentPeak() {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    while (status >> word) {
-        if (word == "VmHWM:") {
-            long size = 0;
-            status >> size;
-            return size;
-        }
-    }
-    return 0;
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+#ifdef __APPLE__
+    return usage.ru_maxrss >> 10;
+#else
+    return usage.ru_maxrss;
+#endif
 }
 
 } // namespace

@@ -45,7 +45,12 @@ std::string describe(const Path &item, const struct stat &info, SnapshotOptions 
         text << " mode " << std::oct << (info.st_mode & 07777) << std::dec;
     }
     if (options.times) {
-        text << " time " << info.st_mtim.tv_sec << '.' << info.st_mtim.tv_nsec;
+#ifdef __APPLE__
+        const timespec time = info.st_mtimespec;
+#else
+        const timespec time = info.st_mtim;
+#endif
+        text << " time " << time.tv_sec << '.' << time.tv_nsec;
     }
     if (options.blocks && S_ISREG(info.st_mode)) {
         text << " blocks " << info.st_blocks;

@@ -36,6 +36,9 @@ class ContentViewTest : public QObject {
 
 private Q_SLOTS:
     void startsAsStated() {
+#ifdef Q_OS_MACOS
+        QSKIP("the home folder cannot be another one here");
+#endif
         const TestFolder home;
         qputenv("HOME", QByteArray::fromStdString(home.path().native()));
         qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString((home.path() / "config").native()));
