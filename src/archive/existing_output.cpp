@@ -4,43 +4,59 @@
 #include "foundation/remove_item.h"
 
 #include <algorithm>
-#include <map>
+#include <set>
+
+#include <sys/stat.h>
 
 namespace stowlark {
 namespace {
 
-/// Tells where items really are: links in the folders above them are resolved, the items themselves are not.
-class RealPlaces {
+/// Compares by what the file system says, not by names: they may differ in case, or lead through links or
+/// mounts.
+class Output {
 public:
-    Path of(const Path &item) {
-        const Path folder = parentFolder(item);
-        auto known = folders_.find(folder);
-        if (known == folders_.end()) {
-            std::error_code error;
-            const Path real = std::filesystem::canonical(folder, error);
-            known = folders_.emplace(folder, error ? folder : real).first;
-        }
-        return known->second / lastPathComponent(item);
+    explicit Output(const struct stat &info)
+        : info_(info) {}
+
+    bool isOrHolds(const Path &item) {
+        return isAt(item) || (S_ISDIR(info_.st_mode) && holdsFolder(parentFolder(item)));
     }
 
 private:
-    std::map<Path, Path> folders_;
-};
+    bool isAt(const Path &item) const {
+        struct stat info {};
+        return ::lstat(item.c_str(), &info) == 0 && info.st_dev == info_.st_dev &&
+               info.st_ino == info_.st_ino;
+    }
 
-bool isInside(const Path &item, const Path &place) {
-    return std::mismatch(place.begin(), place.end(), item.begin(), item.end()).first == place.end();
-}
+    bool holdsFolder(const Path &folder) {
+        if (!checked_.insert(folder).second) {
+            return false;
+        }
+        std::error_code error;
+        Path place = std::filesystem::canonical(folder, error);
+        while (!error && !isAt(place)) {
+            if (place == place.parent_path()) {
+                return false;
+            }
+            place = place.parent_path();
+        }
+        return !error;
+    }
+
+    struct stat info_;
+    std::set<Path> checked_; ///< folders that are known not to be in it
+};
 
 } // namespace
 
 void removeExistingOutput(const Path &output, const std::vector<Path> &files) {
-    std::error_code error;
-    if (!std::filesystem::exists(std::filesystem::symlink_status(output, error))) {
+    struct stat info {};
+    if (::lstat(output.c_str(), &info) != 0) {
         return;
     }
-    RealPlaces places;
-    const Path place = places.of(output);
-    if (std::ranges::any_of(files, [&](const Path &file) { return isInside(places.of(file), place); })) {
+    Output existing(info);
+    if (std::ranges::any_of(files, [&](const Path &file) { return existing.isOrHolds(file); })) {
         throw PlatformError(PlatformError::Action::remove, output,
                             QStringLiteral("it is, or holds, one of the items to archive"));
     }

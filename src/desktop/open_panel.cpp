@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QPointer>
 #include <QRegularExpression>
 #include <QWindow>
@@ -34,6 +35,9 @@ public:
     }
 
     void accept() override {
+        if (findChild<QLineEdit *>()->text().isEmpty()) {
+            return; // nothing chosen: Qt would take the folder that is shown
+        }
         for (const QString &file : selectedFiles()) {
             if (!QFileInfo::exists(file)) {
                 QFileDialog::accept(); // says so

@@ -6,6 +6,7 @@
 #include "foundation/worker.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 
@@ -40,9 +41,9 @@ public:
     SpawnAttributes() {
         ::posix_spawnattr_init(&attributes_);
         sigset_t signals;
-        ::sigemptyset(&signals);
+        sigemptyset(&signals); // a macro on macOS
         ::posix_spawnattr_setsigmask(&attributes_, &signals);
-        ::sigfillset(&signals);
+        sigfillset(&signals);
         ::posix_spawnattr_setsigdefault(&attributes_, &signals);
         int flags = POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
 #ifdef __APPLE__
@@ -140,6 +141,8 @@ bool waitForSuccess(pid_t child) {
 
 Descriptor unlinkedTemporaryFile() {
     std::string name = (temporaryDirectory() / "stowlark-output-XXXXXX").native();
+    std::error_code ignored; // if it cannot be made, neither can the file
+    std::filesystem::create_directories(temporaryDirectory(), ignored);
     Descriptor file(::mkostemp(name.data(), O_APPEND | O_CLOEXEC));
     if (!file) {
         throw PlatformError(PlatformError::Action::openFolder, temporaryDirectory(), errno);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -106,7 +107,8 @@ int copyContents(int source, const struct stat &info, int target) {
     const bool hasHoles = info.st_blocks * 512 < info.st_size;
     if (info.st_size <= smallFile && !hasHoles) {
         // A size of 0 may be that of a file the system makes up as it is read.
-        return copyThroughMemory(source, target, 0, info.st_size > 0 ? info.st_size : smallFile);
+        const off_t end = info.st_size > 0 ? info.st_size : std::numeric_limits<off_t>::max();
+        return copyThroughMemory(source, target, 0, end);
     }
     if (::ioctl(target, FICLONE, source) == 0) {
         return 0;

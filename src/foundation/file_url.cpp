@@ -1,7 +1,10 @@
 #include "foundation/file_url.h"
 
-#include <QDir>
-#include <QFile>
+#ifdef Q_OS_MACOS
+#include <climits>
+
+#include <unistd.h>
+#endif
 
 namespace stowlark {
 
@@ -19,7 +22,7 @@ QUrl fileUrl(const Path &path) {
 }
 
 bool isFileUrl(const QUrl &url) {
-    if (!url.isLocalFile()) {
+    if (!url.isLocalFile() || !(url.host().isEmpty() || url.host() == u"localhost")) {
         return false;
     }
     const Path location = path(url);
@@ -27,7 +30,18 @@ bool isFileUrl(const QUrl &url) {
 }
 
 Path temporaryDirectory() {
-    return QFile::encodeName(QDir::tempPath()).toStdString();
+    QByteArray folder = qgetenv("TMPDIR");
+#ifdef Q_OS_MACOS
+    if (!folder.startsWith('/')) {
+        folder.resize(PATH_MAX);
+        folder.truncate(
+            qstrnlen(folder.data(), ::confstr(_CS_DARWIN_USER_TEMP_DIR, folder.data(), PATH_MAX)));
+    }
+#endif
+    while (folder.size() > 1 && folder.endsWith('/')) {
+        folder.chop(1);
+    }
+    return folder.startsWith('/') ? folder.toStdString() : "/tmp";
 }
 
 } // namespace stowlark

@@ -12,10 +12,10 @@ Path path(const QUrl &fileUrl);
 /// The file URL of an absolute path; `path()` gives the same bytes back.
 QUrl fileUrl(const Path &path);
 
-/// A file URL whose path is absolute and holds no NUL.
+/// A file URL of this machine whose path is absolute and holds no NUL.
 bool isFileUrl(const QUrl &url);
 
-/// The folder for temporary files: `TMPDIR`, else the system's. It may not exist.
+/// The folder for temporary files: `TMPDIR` if that is absolute, else the system's. It may not exist.
 Path temporaryDirectory();
 
 } // namespace stowlark

@@ -16,6 +16,10 @@ ListView {
     leftMargin: 20
     rightMargin: 20
     boundsBehavior: Flickable.StopAtBounds
+    activeFocusOnTab: count > 0
+    keyNavigationEnabled: true
+    highlightMoveDuration: 0
+    Keys.onDeletePressed: root.view.removeFileAt(root.currentIndex)
 
     FocusFollower {
         pane: root
@@ -68,6 +72,7 @@ ListView {
 
     delegate: FileRow {
         width: root.width - 40
+        current: ListView.isCurrentItem && root.activeFocus
         onRemove: root.view.removeFile(url)
     }
 

@@ -27,7 +27,7 @@ Rectangle {
         anchors.fill: parent
         keys: ["text/uri-list"]
         onDropped: event => {
-            event.acceptProposedAction();
+            event.accept(Qt.CopyAction); // never a move: the originals stay
             root.dropped(event.urls);
         }
     }

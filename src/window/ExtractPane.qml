@@ -13,6 +13,13 @@ Flickable {
     clip: true
     boundsBehavior: Flickable.StopAtBounds
 
+    /// The status line stands at the end.
+    onContentHeightChanged: {
+        if (view.mgr.statusMessage !== "") {
+            contentY = Math.max(0, contentHeight - height);
+        }
+    }
+
     FocusFollower {
         pane: root
     }

@@ -10,13 +10,14 @@ Rectangle {
     required property string folder
     required property string size
     required property bool isFolder
+    property bool current: false
 
     signal remove
 
     implicitHeight: row.implicitHeight + 16
     radius: 10
     color: Theme.rowSurface
-    border.color: Theme.rowBorder
+    border.color: current ? Theme.accentStart : Theme.rowBorder
 
     RowLayout {
         id: row
@@ -61,6 +62,7 @@ Rectangle {
 
         PillButton {
             small: true
+            focusPolicy: Qt.NoFocus
             text: qsTr("Remove")
             Accessible.name: qsTr("Remove %1").arg(root.name)
             onClicked: root.remove()

@@ -1,3 +1,5 @@
+// The lines of a list see the banner by its id, which qmllint of Qt 6.4 cannot follow.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Layouts
 import Stowlark.Window
@@ -23,13 +25,26 @@ Rectangle {
         anchors.fill: parent
         anchors.margins: 12
 
-        Text {
+        ListView {
+            id: lines
+
             Layout.fillWidth: true
-            text: root.mgr.statusMessage
-            textFormat: Text.PlainText
-            wrapMode: Text.Wrap
-            color: root.mgr.statusIsError ? Theme.warning : Theme.primary
-            font.pixelSize: 13
+            implicitHeight: Math.min(contentHeight, 180)
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            model: root.view.statusLines
+            onContentHeightChanged: lines.positionViewAtEnd()
+
+            delegate: Text {
+                required property string modelData
+
+                width: ListView.view.width
+                text: modelData
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                color: root.mgr.statusIsError ? Theme.warning : Theme.primary
+                font.pixelSize: 13
+            }
         }
 
         PillButton {

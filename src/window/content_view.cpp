@@ -62,6 +62,7 @@ ContentView::ContentView(Desktop desktop, Tools tools, QObject *parent)
     connect(&files_, &FileListModel::changed, this, &ContentView::createDisabledChanged);
     connect(this, &ContentView::archiveNameChanged, this, &ContentView::createDisabledChanged);
     connect(&mgr_, &ArchiveManager::lastOutputURLChanged, this, &ContentView::hasOutputChanged);
+    connect(&mgr_, &ArchiveManager::statusMessageChanged, this, &ContentView::statusLinesChanged);
 }
 
 QStringList ContentView::modes() {
@@ -146,6 +147,19 @@ bool ContentView::createDisabled() const {
     return files_.urls().empty() || trimmedBlanks(archiveName_).isEmpty();
 }
 
+QStringList ContentView::statusLines() const {
+    constexpr qsizetype longest = 1000;
+    QStringList lines;
+    for (const QString &line : mgr_.statusMessage().split(u'\n')) {
+        qsizetype begin = 0;
+        do {
+            lines += line.mid(begin, longest);
+            begin += longest;
+        } while (begin < line.size());
+    }
+    return lines;
+}
+
 void ContentView::setArchiveFile(const QUrl &url) {
     archiveFile_ = url;
     Q_EMIT archiveFileChanged();
@@ -194,6 +208,12 @@ void ContentView::chooseExtractDir() {
 
 void ContentView::removeFile(const QUrl &url) {
     files_.remove(url);
+}
+
+void ContentView::removeFileAt(int row) {
+    if (row >= 0 && row < files_.count()) {
+        removeFile(QUrl(files_.urls()[static_cast<std::size_t>(row)]));
+    }
 }
 
 void ContentView::clearFiles() {

@@ -42,6 +42,7 @@ class ContentView : public QObject {
     Q_PROPERTY(QString toolWarning READ toolWarning NOTIFY formatChanged)
     Q_PROPERTY(bool createDisabled READ createDisabled NOTIFY createDisabledChanged)
     Q_PROPERTY(bool extractDisabled READ extractDisabled NOTIFY archiveFileChanged)
+    Q_PROPERTY(QStringList statusLines READ statusLines NOTIFY statusLinesChanged)
     Q_PROPERTY(bool hasOutput READ hasOutput NOTIFY hasOutputChanged)
 
 public:
@@ -79,6 +80,8 @@ public:
     /// Nothing to archive, or no name.
     bool createDisabled() const;
     bool extractDisabled() const { return archiveFile_.isEmpty(); }
+    /// The status message in pieces of bounded length, so that only those in sight have to be laid out.
+    QStringList statusLines() const;
     /// There is something to show in the file manager.
     bool hasOutput() const { return !mgr_.lastOutputURL().isEmpty(); }
 
@@ -94,6 +97,8 @@ public:
     Q_INVOKABLE void chooseSaveDir();
     Q_INVOKABLE void chooseExtractDir();
     Q_INVOKABLE void removeFile(const QUrl &url);
+    /// The row of the list; nothing if there is none.
+    Q_INVOKABLE void removeFileAt(int row);
     Q_INVOKABLE void clearFiles();
     Q_INVOKABLE void removeArchive();
 
@@ -114,6 +119,7 @@ Q_SIGNALS:
     void isExtractDragOverChanged();
     void createDisabledChanged();
     void hasOutputChanged();
+    void statusLinesChanged();
 
 private:
     int modeIndex() const { return static_cast<int>(mode_); }

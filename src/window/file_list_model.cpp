@@ -5,7 +5,7 @@
 #include "window/file_display.h"
 
 #include <algorithm>
-#include <numeric>
+#include <iterator>
 
 namespace stowlark {
 
@@ -48,10 +48,12 @@ QString FileListModel::countText() const {
 }
 
 QString FileListModel::totalSize() const {
-    const qint64 sum =
-        std::accumulate(urls_.begin(), urls_.end(), qint64{0}, [](qint64 total, const QUrl &url) {
-            return total + attributeSize(path(url)).value_or(0);
-        });
+    qint64 sum = 0;
+    for (const qint64 size : sizes_) {
+        if (__builtin_add_overflow(sum, size, &sum)) {
+            return {};
+        }
+    }
     return sum < 1 ? QString() : byteCountText(sum);
 }
 
@@ -68,6 +70,8 @@ void FileListModel::add(const QList<QUrl> &urls) {
     }
     beginInsertRows({}, count(), count() + static_cast<int>(added.size()) - 1);
     urls_.insert(urls_.end(), added.begin(), added.end());
+    std::ranges::transform(added, std::back_inserter(sizes_),
+                           [](const QUrl &url) { return attributeSize(path(url)).value_or(0); });
     endInsertRows();
     Q_EMIT changed();
 }
@@ -79,6 +83,7 @@ void FileListModel::remove(const QUrl &url) {
     }
     const auto row = static_cast<int>(found - urls_.begin());
     beginRemoveRows({}, row, row);
+    sizes_.erase(sizes_.begin() + row);
     urls_.erase(found);
     known_.remove(url);
     endRemoveRows();
@@ -88,6 +93,7 @@ void FileListModel::remove(const QUrl &url) {
 void FileListModel::clear() {
     beginResetModel();
     urls_.clear();
+    sizes_.clear();
     known_.clear();
     endResetModel();
     Q_EMIT changed();

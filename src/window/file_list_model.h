@@ -32,7 +32,7 @@ public:
     int count() const { return static_cast<int>(urls_.size()); }
     /// "1 item", "2 items".
     QString countText() const;
-    /// The sum of the sizes as text, folders not walked; empty if it is below 1.
+    /// The sum of the sizes as text, folders not walked; empty if it is below 1 or too large to count.
     QString totalSize() const;
 
     /// Appends those that are not in the list yet.
@@ -45,6 +45,7 @@ Q_SIGNALS:
 
 private:
     std::vector<QUrl> urls_;
+    std::vector<qint64> sizes_; ///< of each as it was added, 0 where it could not be read
     QSet<QUrl> known_;
 };
 

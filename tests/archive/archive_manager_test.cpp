@@ -1,7 +1,9 @@
 #include "archive/archive_manager.h"
+#include "archive/shell.h"
 #include "archive/staging.h"
 #include "foundation/errors.h"
 #include "foundation/file_url.h"
+#include "support/failure.h"
 #include "support/snapshot.h"
 #include "support/test_folder.h"
 
@@ -221,7 +223,8 @@ private Q_SLOTS:
         QVERIFY(manager.statusIsError() && manager.statusMessage().contains(u"isn’t a folder"));
         extract(manager, file, folder.path());
         std::filesystem::remove(folder.temporary());
-        create(manager, {file}, folder.path() / "out.zip"); // makes the temporary folder
+        create(manager, {file}, folder.path() / "out.zip");
+        QVERIFY(std::filesystem::is_directory(folder.temporary())); // it was made
         QVERIFY2(!manager.statusIsError(), qPrintable(manager.statusMessage()));
     }
 
@@ -247,9 +250,8 @@ private Q_SLOTS:
             QVERIFY2(std::filesystem::is_directory(output / made), made);
         }
         folder.write("secret.txt", "secret");
-        QCOMPARE(
-            std::system(("cd " + folder.path().native() + " && zip -qP key locked.zip secret.txt").c_str()),
-            0);
+        QCOMPARE(failure(shell("/usr/bin/zip", {"-qP", "key", "locked.zip", "secret.txt"}, folder.path())),
+                 QString());
         QVERIFY(message(folder.path() / "locked.zip").contains(u"unable to get password"));
         create(manager, {folder.path() / "secret.txt"}, folder.path() / "cut.tar.gz", ArchiveFormat::tarGz);
         std::filesystem::resize_file(folder.path() / "cut.tar.gz", 60);

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <cerrno>
+#include <fstream>
 
 #include <sched.h>
 #include <sys/mount.h>
@@ -71,10 +72,30 @@ private:
     bool mayMount_;
 };
 
+namespace {
+
+bool writeTo(const char *file, const std::string &text) {
+    std::ofstream stream(file);
+    return static_cast<bool>(stream << text << std::flush);
+}
+
+/// Before any thread is started. An ordinary user becomes root of a namespace, under the same number outside.
+bool enterNamespace() {
+    const uid_t user = ::geteuid();
+    const gid_t group = ::getegid();
+    if (user == 0) {
+        return ::unshare(CLONE_NEWNS) == 0;
+    }
+    return ::unshare(CLONE_NEWUSER | CLONE_NEWNS) == 0 && writeTo("/proc/self/setgroups", "deny") &&
+           writeTo("/proc/self/uid_map", "0 " + std::to_string(user) + " 1") &&
+           writeTo("/proc/self/gid_map", "0 " + std::to_string(group) + " 1");
+}
+
+} // namespace
+
 int main(int argc, char **argv) {
-    // Before any thread is started.
-    const bool mayMount = ::unshare(::geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS) == 0 &&
-                          ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+    const bool mayMount =
+        enterNamespace() && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
     QCoreApplication application(argc, argv);
     FullDiskTest test(mayMount);
     return QTest::qExec(&test, argc, argv);

@@ -11,6 +11,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+extern char **environ; // not declared on macOS
+
 namespace {
 
 void writeBytes(int fd, char byte, long long count) {

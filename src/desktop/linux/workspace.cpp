@@ -11,6 +11,8 @@
 namespace stowlark {
 namespace {
 
+constexpr int answerTime = 3000; // in ms
+
 void openContainingFolder(const QUrl &item) {
     QDesktopServices::openUrl(fileUrl(parentFolder(path(item))));
 }
@@ -18,11 +20,15 @@ void openContainingFolder(const QUrl &item) {
 } // namespace
 
 void reveal(const QUrl &item) {
+    if (!QDBusConnection::sessionBus().isConnected()) {
+        openContainingFolder(item);
+        return;
+    }
     auto call = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << QStringList{QString::fromLatin1(item.toEncoded())} << QString();
-    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call));
+    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call, answerTime));
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, item] {
         watcher->deleteLater();
         if (watcher->isError()) {
