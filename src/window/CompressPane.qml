@@ -9,6 +9,14 @@ ListView {
     id: root
 
     required property ContentView view
+    /// The keyboard is with the rows: arrows go through them, Delete removes the current one.
+    property bool rowsFocused: false
+    property int currentRow: 0
+
+    function goTo(row: int) {
+        currentRow = Math.max(0, Math.min(row, count - 1));
+        positionViewAtIndex(currentRow, ListView.Contain);
+    }
 
     model: view.files
     spacing: 5
@@ -16,10 +24,7 @@ ListView {
     leftMargin: 20
     rightMargin: 20
     boundsBehavior: Flickable.StopAtBounds
-    activeFocusOnTab: count > 0
-    keyNavigationEnabled: true
-    highlightMoveDuration: 0
-    Keys.onDeletePressed: root.view.removeFileAt(root.currentIndex)
+    currentIndex: -1 // a list gives its current item the focus
 
     FocusFollower {
         pane: root
@@ -49,6 +54,16 @@ ListView {
 
             SectionHeader {
                 text: root.view.files.countText
+                activeFocusOnTab: true
+                onActiveFocusChanged: root.rowsFocused = activeFocus
+                Accessible.role: Accessible.List
+                Accessible.name: text
+                Keys.onUpPressed: root.goTo(root.currentRow - 1)
+                Keys.onDownPressed: root.goTo(root.currentRow + 1)
+                Keys.onDeletePressed: {
+                    root.view.removeFileAt(root.currentRow);
+                    root.goTo(root.currentRow);
+                }
             }
 
             Text {
@@ -65,14 +80,14 @@ ListView {
             }
         }
 
-        Item {
+        Item { // the space below, where no list follows
             visible: root.view.files.count === 0
         }
     }
 
     delegate: FileRow {
         width: root.width - 40
-        current: ListView.isCurrentItem && root.activeFocus
+        current: index === root.currentRow && root.rowsFocused
         onRemove: root.view.removeFile(url)
     }
 

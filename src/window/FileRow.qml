@@ -5,6 +5,7 @@ import QtQuick.Layouts
 Rectangle {
     id: root
 
+    required property int index
     required property url url
     required property string name
     required property string folder
