@@ -33,7 +33,8 @@ Rectangle {
             clip: true
             boundsBehavior: Flickable.StopAtBounds
             model: root.view.statusLines
-            onContentHeightChanged: lines.positionViewAtEnd()
+            onHeightChanged: lines.positionViewAtEnd()
+            onModelChanged: lines.positionViewAtEnd()
 
             delegate: Text {
                 required property string modelData
