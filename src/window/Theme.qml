@@ -18,7 +18,6 @@ QtObject {
     readonly property color window: system.window
     readonly property color success: "#30b158"
     readonly property color warning: "#ff9f0a"
-    readonly property color destructive: "#ff453a"
 
     readonly property SystemPalette system: SystemPalette {}
 

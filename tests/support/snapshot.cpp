@@ -41,7 +41,7 @@ std::string describe(const Path &item, const struct stat &info, SnapshotOptions 
     } else {
         text << (S_ISDIR(info.st_mode) ? "folder" : "other");
     }
-    if (options.modes && !S_ISLNK(info.st_mode)) {
+    if (!S_ISLNK(info.st_mode)) {
         text << " mode " << std::oct << (info.st_mode & 07777) << std::dec;
     }
     if (options.times) {

@@ -11,8 +11,7 @@
 namespace stowlark {
 
 struct SnapshotOptions {
-    bool times = true; ///< modification times to the nanosecond, of folders too
-    bool modes = true;
+    bool times = true;   ///< modification times to the nanosecond, of folders too
     bool blocks = false; ///< space used on the disk
 };
 

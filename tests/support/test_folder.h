@@ -30,7 +30,7 @@ private:
 
 QByteArray readFile(const Path &file);
 
-/// What the text of `output` takes, made to order: `seed` tells one from another.
+/// Numbers and spaces in lines, compressible, always the same for the same `seed`.
 QByteArray someText(qsizetype size, int seed = 1);
 
 } // namespace stowlark
