@@ -10,6 +10,9 @@ Rectangle {
 
     required property ContentView view
     readonly property ArchiveManager mgr: view.mgr
+    /// Too long to show at once: then only the lines in sight are laid out, the last ones at first.
+    readonly property bool isLong: mgr.statusMessage.length > 1500 || view.statusLines.length > 12
+    readonly property color textColor: mgr.statusIsError ? Theme.warning : Theme.primary
     readonly property color tint: mgr.statusIsError ? Theme.warning : Theme.success
 
     implicitHeight: row.implicitHeight + 24
@@ -25,14 +28,25 @@ Rectangle {
         anchors.fill: parent
         anchors.margins: 12
 
+        Text {
+            Layout.fillWidth: true
+            visible: !root.isLong
+            text: root.isLong ? "" : root.mgr.statusMessage
+            textFormat: Text.PlainText
+            wrapMode: Text.Wrap
+            color: root.textColor
+            font.pixelSize: 13
+        }
+
         ListView {
             id: lines
 
             Layout.fillWidth: true
-            implicitHeight: Math.min(contentHeight, 180)
+            implicitHeight: 180
+            visible: root.isLong
             clip: true
             boundsBehavior: Flickable.StopAtBounds
-            model: root.view.statusLines
+            model: root.isLong ? root.view.statusLines : []
             onHeightChanged: lines.positionViewAtEnd()
             onModelChanged: lines.positionViewAtEnd()
 
@@ -43,7 +57,7 @@ Rectangle {
                 text: modelData
                 textFormat: Text.PlainText
                 wrapMode: Text.Wrap
-                color: root.mgr.statusIsError ? Theme.warning : Theme.primary
+                color: root.textColor
                 font.pixelSize: 13
             }
         }
