@@ -2,17 +2,14 @@
 
 #include "foundation/descriptor.h"
 #include "foundation/errors.h"
-#include "foundation/file_url.h"
+#include "foundation/temporary_file.h"
 #include "foundation/worker.h"
 
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
-#include <cstring>
 
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -139,44 +136,10 @@ bool waitForSuccess(pid_t child) {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-Descriptor unlinkedTemporaryFile() {
-    std::string name = (temporaryDirectory() / "stowlark-output-XXXXXX").native();
-    std::error_code ignored; // if it cannot be made, neither can the file
-    std::filesystem::create_directories(temporaryDirectory(), ignored);
-    Descriptor file(::mkostemp(name.data(), O_APPEND | O_CLOEXEC));
-    if (!file) {
-        throw PlatformError(PlatformError::Action::openFolder, temporaryDirectory(), errno);
-    }
-    ::unlink(name.c_str());
-    return file;
-}
-
-QByteArray wholeContents(int file) {
-    struct stat info {};
-    if (::fstat(file, &info) != 0) {
-        return {};
-    }
-    QByteArray bytes(static_cast<qsizetype>(info.st_size), Qt::Uninitialized);
-    qsizetype length = 0;
-    while (length < bytes.size()) {
-        const ssize_t count =
-            ::pread(file, bytes.data() + length, static_cast<std::size_t>(bytes.size() - length), length);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            break;
-        }
-        length += count;
-    }
-    bytes.truncate(length);
-    return bytes;
-}
-
 } // namespace
 
 QCoro::Task<ChildEnd> runChild(Command command) {
-    const Descriptor output = unlinkedTemporaryFile();
+    const Descriptor output = unlinkedTemporaryFile(O_APPEND);
     const pid_t child = launch(command, output.get());
     auto wait = [child, file = output.get()] {
         ChildEnd end;
@@ -189,9 +152,13 @@ QCoro::Task<ChildEnd> runChild(Command command) {
     co_return co_await onWorker(std::move(wait));
 }
 
+bool runChildInto(const Command &command, int output) {
+    return waitForSuccess(launch(command, output));
+}
+
 bool runChildQuietly(const Command &command) noexcept {
     try {
-        return waitForSuccess(launch(command, -1));
+        return runChildInto(command, -1);
     } catch (const std::exception &) {
         return false;
     }

@@ -35,6 +35,10 @@ struct ChildEnd {
 /// be drained. Throws PlatformError if the child cannot be launched, at once.
 QCoro::Task<ChildEnd> runChild(Command command);
 
+/// Runs a child to its end with its output and errors going to the open file `output`, blocking this thread.
+/// Returns whether it exited with status 0. Throws PlatformError if it cannot be launched.
+bool runChildInto(const Command &command, int output);
+
 /// Runs a child to its end with its output discarded, blocking this thread. Returns false if it could not be
 /// launched or failed.
 bool runChildQuietly(const Command &command) noexcept;

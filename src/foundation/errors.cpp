@@ -13,6 +13,10 @@ QString verb(Action action) {
     case Action::open:
     case Action::openFolder:
         return QStringLiteral("opened");
+    case Action::read:
+        return QStringLiteral("read");
+    case Action::write:
+        return QStringLiteral("written");
     case Action::copy:
         return QStringLiteral("copied");
     case Action::createFolder:

@@ -19,7 +19,7 @@ public:
 /// The file “notes.txt” couldn’t be opened because there is no such file.
 class PlatformError final : public LocalizedError {
 public:
-    enum class Action { open, openFolder, copy, createFolder, remove, launch };
+    enum class Action { open, openFolder, read, write, copy, createFolder, remove, launch };
 
     /// `error` is an errno value.
     PlatformError(Action action, const Path &item, int error);
