@@ -1,6 +1,7 @@
 #include "archive/extractors.h"
 
 #include "archive/archive_error.h"
+#include "archive/disk_image_extractor.h"
 #include "archive/extraction.h"
 #include "archive/shell.h"
 
@@ -16,6 +17,18 @@ QCoro::Task<> runUntar(Tools tools, Path archive, Path outputDir) {
     co_await shell(tools.tar, std::move(args));
 }
 
+QCoro::Task<> runSevenZipExtract(Tools tools, Path archive, Path outputDir) {
+    const Path tool = tools.findTool({"7z", "7za"}, installSevenZip);
+    std::vector<std::string> args{"x", archive.native(), "-o" + outputDir.native(), "-y"};
+    co_await shell(tool, std::move(args));
+}
+
+QCoro::Task<> runRarExtract(Tools tools, Path archive, Path outputDir) {
+    const Path tool = tools.findTool({"unrar", "rar"}, installRar);
+    std::vector<std::string> args{"x", "-o+", archive.native(), outputDir.native() + '/'};
+    co_await shell(tool, std::move(args));
+}
+
 QCoro::Task<> extractInto(Tools tools, Path archive, Path outputDir) {
     const std::string name = lastPathComponent(archive);
     switch (extractorFor(name)) {
@@ -24,11 +37,11 @@ QCoro::Task<> extractInto(Tools tools, Path archive, Path outputDir) {
     case Extractor::untar:
         return runUntar(std::move(tools), std::move(archive), std::move(outputDir));
     case Extractor::sevenZip:
+        return runSevenZipExtract(std::move(tools), std::move(archive), std::move(outputDir));
     case Extractor::rar:
+        return runRarExtract(std::move(tools), std::move(archive), std::move(outputDir));
     case Extractor::dmg:
-        throw ArchiveError::commandFailed(
-            QStringLiteral("This version of Stowlark can’t extract .%1 archives yet.")
-                .arg(lowerCaseExtension(name)));
+        return runDMGExtract(std::move(tools), std::move(archive), std::move(outputDir));
     case Extractor::none:
         break;
     }

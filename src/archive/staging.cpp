@@ -21,9 +21,15 @@ bool isTaken(const Path &path) {
 
 } // namespace
 
-Path uniqueTemporaryPath(std::string_view prefix) {
+Path createTemporaryFolder(std::string_view prefix) {
     const QString id = QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
-    return temporaryDirectory() / (std::string(prefix) + id.toStdString());
+    Path folder = temporaryDirectory() / (std::string(prefix) + id.toStdString());
+    std::error_code ignored; // if these cannot be made, neither can the folder
+    std::filesystem::create_directories(folder.parent_path(), ignored);
+    if (::mkdir(folder.c_str(), 0700) != 0) {
+        throw PlatformError(PlatformError::Action::createFolder, folder, errno);
+    }
+    return folder;
 }
 
 std::string numberedName(const std::string &name, int n) {
@@ -35,12 +41,7 @@ std::string numberedName(const std::string &name, int n) {
 }
 
 Path stageFiles(const std::vector<Path> &files) {
-    Path stageDir = uniqueTemporaryPath("Crateloom-");
-    std::error_code error;
-    std::filesystem::create_directories(stageDir.parent_path(), error);
-    if (::mkdir(stageDir.c_str(), 0700) != 0) {
-        throw PlatformError(PlatformError::Action::createFolder, stageDir, errno);
-    }
+    Path stageDir = createTemporaryFolder("Crateloom-");
     std::unordered_map<std::string, int> firstNumber; // of the names seen: all below it are taken
     for (const Path &file : files) {
         const std::string name = lastPathComponent(file);

@@ -1,5 +1,6 @@
 #include "archive/tools.h"
 
+#include "archive/archive_error.h"
 #include "foundation/child_process.h"
 
 namespace stowlark {
@@ -15,6 +16,18 @@ std::optional<QString> warningUnlessFound(const Tools &tools, const QString &too
 
 } // namespace
 
+Path diskImageTool() {
+    Path ofSystem = "/usr/bin/hdiutil";
+#ifdef __linux__
+    std::error_code error;
+    if (!std::filesystem::exists(ofSystem, error)) {
+        const Path program = std::filesystem::read_symlink("/proc/self/exe", error);
+        return program.parent_path().parent_path() / "libexec/stowlark/stowlark-hdiutil";
+    }
+#endif
+    return ofSystem;
+}
+
 std::optional<Path> Tools::findTool(const std::string &name) const {
     for (const std::string &folder : searchFolders) {
         const Path candidate = folder + name;
@@ -27,6 +40,15 @@ std::optional<Path> Tools::findTool(const std::string &name) const {
     return std::nullopt;
 }
 
+Path Tools::findTool(const std::vector<std::string> &names, const QString &installCommand) const {
+    for (const std::string &name : names) {
+        if (auto tool = findTool(name)) {
+            return *std::move(tool);
+        }
+    }
+    throw ArchiveError::toolNotFound(QString::fromStdString(names.front()), installCommand);
+}
+
 void Tools::clearQuarantine(const Path &tool) const {
     runChildQuietly({.tool = xattr, .arguments = {"-d", "com.apple.quarantine", tool.native()}});
 }
@@ -34,9 +56,9 @@ void Tools::clearQuarantine(const Path &tool) const {
 std::optional<QString> Tools::toolWarning(ArchiveFormat format) const {
     switch (format) {
     case ArchiveFormat::sevenZ:
-        return warningUnlessFound(*this, QStringLiteral("7z"), QStringLiteral("brew install p7zip"));
+        return warningUnlessFound(*this, QStringLiteral("7z"), installSevenZip);
     case ArchiveFormat::rar:
-        return warningUnlessFound(*this, QStringLiteral("rar"), QStringLiteral("brew install rar"));
+        return warningUnlessFound(*this, QStringLiteral("rar"), installRar);
     case ArchiveFormat::zip:
     case ArchiveFormat::tarGz:
     case ArchiveFormat::dmg:

@@ -1,5 +1,8 @@
 #include "foundation/descriptor.h"
 
+#include "foundation/errors.h"
+
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 
@@ -49,6 +52,18 @@ int readFolder(int folder, std::vector<FolderEntry> &entries) {
         }
         entries.push_back({name, isFolder});
     }
+}
+
+std::vector<std::string> namesIn(const Path &path) {
+    const Descriptor folder = openFolder(AT_FDCWD, path.c_str());
+    std::vector<FolderEntry> entries;
+    const int error = folder ? readFolder(folder.get(), entries) : errno;
+    if (error != 0) {
+        throw PlatformError(PlatformError::Action::openFolder, path, error);
+    }
+    std::vector<std::string> names(entries.size());
+    std::ranges::transform(entries, names.begin(), [](FolderEntry &entry) { return std::move(entry.name); });
+    return names;
 }
 
 } // namespace stowlark

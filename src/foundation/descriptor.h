@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/path_name.h"
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,5 +43,8 @@ struct FolderEntry {
 /// The entries of an open folder but "." and "..", in the system's order, hidden ones included. Reads from
 /// the start, once for each open folder. Returns errno, 0 on success.
 int readFolder(int folder, std::vector<FolderEntry> &entries);
+
+/// The names that the folder at `path` holds, likewise. Throws PlatformError.
+std::vector<std::string> namesIn(const Path &path);
 
 } // namespace stowlark

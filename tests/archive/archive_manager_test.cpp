@@ -8,6 +8,7 @@
 #include "support/test_folder.h"
 
 #include <QCoro/QCoroCore>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <sys/stat.h>
@@ -65,6 +66,51 @@ private:
     qsizetype announcements_ = 0;
 };
 
+/// Puts a fake in the place of every tool, which notes how it was run.
+class Recorder {
+public:
+    explicit Recorder(const TestFolder &folder)
+        : folder_(folder) {
+        std::filesystem::create_directory(bin());
+        for (const char *name : {"zip", "unzip", "tar", "hdiutil", "7z", "7za", "rar", "unrar"}) {
+            std::filesystem::create_symlink(FAKE_TOOL, bin() / name);
+        }
+        qputenv("FAKE_TOOL", QByteArray::fromStdString((folder.path() / "record").native()));
+    }
+    ~Recorder() { qunsetenv("FAKE_TOOL"); }
+
+    Tools tools() const {
+        return {.zip = bin() / "zip",
+                .unzip = bin() / "unzip",
+                .tar = bin() / "tar",
+                .hdiutil = bin() / "hdiutil",
+                .xattr = "/none",
+                .searchFolders = {bin() / ""}};
+    }
+    void uninstall(const char *name) const { std::filesystem::remove(bin() / name); }
+
+    /// The last run: the tool, its working folder if that is one of the test's, its arguments, and the level
+    /// if the environment tells one. "*" is the test's folder, "@" the staging folder.
+    QString told() const {
+        const QByteArrayList parts = readFile(folder_.path() / "record").split('\0');
+        const QByteArray cwd = parts[0].contains("Crateloom-") ? " in " + parts[0] : QByteArray();
+        QByteArray line = parts[1].mid(parts[1].lastIndexOf('/') + 1) + cwd + ": " +
+                          parts.mid(2, parts.indexOf("\n") - 2).join('|');
+        for (const QByteArray &part : parts) {
+            line += part.startsWith("GZIP=") ? ' ' + part : QByteArray();
+        }
+        const QRegularExpression stage(u"\\*/tmp/Crateloom-[0-9A-F-]{36}"_qs);
+        return QString::fromUtf8(line)
+            .replace(QString::fromStdString(folder_.path().native()), u"*"_qs)
+            .replace(stage, u"@"_qs);
+    }
+
+private:
+    Path bin() const { return folder_.path() / "bin"; }
+
+    const TestFolder &folder_;
+};
+
 #define COMPARE_FAILURE(manager, text)                                                                       \
     QVERIFY(!(manager).isCreating());                                                                        \
     QVERIFY((manager).statusIsError());                                                                      \
@@ -100,34 +146,72 @@ private Q_SLOTS:
 
     void runsTheToolsExactlySo() {
         const TestFolder folder;
-        const Path record = folder.path() / "record";
-        qputenv("FAKE_TOOL", QByteArray::fromStdString(record.native()));
-        ArchiveManager manager({.zip = FAKE_TOOL, .unzip = FAKE_TOOL, .tar = FAKE_TOOL});
-        // The name of the working folder without its UUID, the arguments, and the level in the environment.
-        const auto told = [&] {
-            QByteArrayList parts = readFile(record).split('\0');
-            const QByteArrayList arguments = parts.mid(2, parts.indexOf("\n") - 2);
-            const auto level =
-                std::ranges::find_if(parts, [](const QByteArray &part) { return part.startsWith("GZIP="); });
-            const QByteArray cwd = parts.first().mid(parts.first().lastIndexOf('/') + 1);
-            const QByteArray line = (cwd.size() == 46 ? cwd.first(10) : "") + ' ' + arguments.join('|') +
-                                    ' ' + (level == parts.end() ? QByteArray() : *level);
-            return QString::fromUtf8(line).replace(QString::fromStdString(folder.path().native()), u"@"_qs);
-        };
+        const Recorder recorder(folder);
+        ArchiveManager manager(recorder.tools());
         const Path file = folder.write("-x y\"", "");
-        const std::array<const char *, 3> digits{"-1", "-6", "-9"};
-        for (const CompressionLevel level : allCases<CompressionLevel>()) {
-            const QString digit = QString::fromLatin1(digits.at(static_cast<std::size_t>(level)));
-            create(manager, {file}, folder.path() / "a b.zip", ArchiveFormat::zip, level);
-            QCOMPARE(told(), u"Crateloom- %1|-r|@/a b.zip|-x y\" "_qs.arg(digit));
-            create(manager, {file}, folder.path() / "o.tar.gz", ArchiveFormat::tarGz, level);
-            QCOMPARE(told(), u"Crateloom- -czf|@/o.tar.gz|-x y\" GZIP=%1"_qs.arg(digit));
+        struct Writer {
+            ArchiveFormat format;
+            const char *output;
+            const char *line;
+            const char *levels;
+        };
+        const char *dmgLevels = "UDZO|-imagekey|zlib-level=1 UDZO UDBZ";
+        const char *dmgLine = "hdiutil: create|-volname|%2|-srcfolder|@|-ov|-format|%1|*/%3";
+        for (const Writer &writer : std::initializer_list<Writer>{
+                 {ArchiveFormat::zip, "a b.zip", "zip in @: %1|-r|*/%3|-x y\"", "-1 -6 -9"},
+                 {ArchiveFormat::tarGz, "o.tar.gz", "tar in @: -czf|*/%3|-x y\" GZIP=%1", "-1 -6 -9"},
+                 {ArchiveFormat::sevenZ, "o.7z", "7z in @: a|-t7z|%1|*/%3|-x y\"", "-mx=1 -mx=5 -mx=9"},
+                 {ArchiveFormat::rar, "o.rar", "rar in @: a|%1|*/%3|-x y\"", "-m1 -m3 -m5"},
+                 {ArchiveFormat::dmg, "my.disk.dmg", dmgLine, dmgLevels},
+                 {ArchiveFormat::dmg, "disk", dmgLine, dmgLevels}}) {
+            const QString output = QString::fromLatin1(writer.output);
+            const QStringList levels = QString::fromLatin1(writer.levels).split(u' ');
+            for (const CompressionLevel level : allCases<CompressionLevel>()) {
+                create(manager, {file}, folder.path() / writer.output, writer.format, level);
+                QCOMPARE(recorder.told(), QString::fromLatin1(writer.line)
+                                              .replace(u"%1"_qs, levels[static_cast<int>(level)])
+                                              .replace(u"%2"_qs, output == u"disk" ? output : u"my.disk"_qs)
+                                              .replace(u"%3"_qs, output));
+            }
         }
-        extract(manager, folder.path() / "some.zip", folder.path());
-        QCOMPARE(told(), u" -o|@/some.zip|-d|@/some "_qs);
-        extract(manager, folder.path() / "other.TGZ", folder.path());
-        QCOMPARE(told(), u" -xf|@/other.TGZ|-C|@/other "_qs);
-        qunsetenv("FAKE_TOOL");
+        for (const auto &[archive, line] : {std::pair("some.zip", u"unzip: -o|*/some.zip|-d|*/some"_qs),
+                                            std::pair("other.TGZ", u"tar: -xf|*/other.TGZ|-C|*/other"_qs),
+                                            std::pair("a.7z", u"7z: x|*/a.7z|-o*/a|-y"_qs),
+                                            std::pair("b.rar", u"unrar: x|-o+|*/b.rar|*/b/"_qs)}) {
+            extract(manager, folder.path() / archive, folder.path());
+            QCOMPARE(recorder.told(), line);
+        }
+    }
+
+    void takesTheOptionalToolsThatAreThere() {
+        const TestFolder folder;
+        const Recorder recorder(folder);
+        ArchiveManager manager(recorder.tools());
+        const Path file = folder.write("a", "");
+        recorder.uninstall("7z");
+        recorder.uninstall("unrar");
+        create(manager, {file}, folder.path() / "o.7z", ArchiveFormat::sevenZ);
+        QCOMPARE(recorder.told(), u"7za in @: a|-t7z|-mx=5|*/o.7z|a"_qs);
+        extract(manager, folder.path() / "x.7z", folder.path());
+        QCOMPARE(recorder.told(), u"7za: x|*/x.7z|-o*/x|-y"_qs);
+        extract(manager, folder.path() / "y.rar", folder.path());
+        QCOMPARE(recorder.told(), u"rar: x|-o+|*/y.rar|*/y/"_qs);
+
+        recorder.uninstall("7za");
+        recorder.uninstall("rar");
+        extract(manager, folder.path() / "none.7z", folder.path());
+        COMPARE_FAILURE(manager, u"'7z' not found. Install it with: brew install p7zip"_qs);
+        QVERIFY(std::filesystem::is_empty(folder.path() / "none"));
+        extract(manager, folder.path() / "none.rar", folder.path());
+        COMPARE_FAILURE(manager, u"'unrar' not found. Install it with: brew install rar"_qs);
+        QVERIFY(std::filesystem::is_empty(folder.path() / "none_1"));
+        create(manager, {file}, folder.write("old.7z", ""), ArchiveFormat::sevenZ);
+        COMPARE_FAILURE(manager, u"'7z' not found. Install it with: brew install p7zip"_qs);
+        QVERIFY(!std::filesystem::exists(folder.path() / "old.7z"));
+        folder.writeTool("bin/unrar", "exit 0"); // it cannot create
+        create(manager, {file}, folder.path() / "o.rar", ArchiveFormat::rar);
+        COMPARE_FAILURE(manager, u"'rar' not found. Install it with: brew install rar"_qs);
+        QCOMPARE(folder.temporaryItems().size(), 0U);
     }
 
     void numbersEqualNames() {
@@ -210,11 +294,6 @@ private Q_SLOTS:
         QVERIFY(manager.statusIsError() && !manager.isCreating() && !manager.statusMessage().isEmpty());
         create(manager, {file}, folder.path() / "missing/out.tar.gz", ArchiveFormat::tarGz);
         QVERIFY(manager.statusIsError() && manager.statusMessage().contains(u"No such file"));
-        for (const ArchiveFormat later : {ArchiveFormat::sevenZ, ArchiveFormat::rar, ArchiveFormat::dmg}) {
-            create(manager, {file}, folder.path() / "later", later);
-            COMPARE_FAILURE(
-                manager, u"This version of Stowlark can’t create %1 archives yet."_qs.arg(rawValue(later)));
-        }
         QCOMPARE(folder.temporaryItems("Crateloom-").size(), 1U);
 
         std::filesystem::remove_all(folder.temporary());
@@ -241,12 +320,10 @@ private Q_SLOTS:
         QCOMPARE(message(folder.write("data.tar.bz2", "x")), u"Unsupported format: .bz2"_qs);
         QCOMPARE(message(folder.write("backup.tar", "x")), u"Unsupported format: .tar"_qs);
         QCOMPARE(message(folder.write("README", "x")), u"Unsupported format: ."_qs);
-        QCOMPARE(message(folder.write("x.DMG", "x")),
-                 u"This version of Stowlark can’t extract .dmg archives yet."_qs);
         QVERIFY(message(folder.write("damaged.zip", someText(5000))).contains(u"End-of-central-directory"));
         QVERIFY(message(folder.write("notes.txt.gz", "plain")).contains(u"tar:"));
         QVERIFY(message(folder.path() / "gone.zip").contains(u"gone.zip"));
-        for (const char *made : {"data", "backup", "README", "x", "damaged", "notes.txt", "gone"}) {
+        for (const char *made : {"data", "backup", "README", "damaged", "notes.txt", "gone"}) {
             QVERIFY2(std::filesystem::is_directory(output / made), made);
         }
         folder.write("secret.txt", "secret");
@@ -257,6 +334,23 @@ private Q_SLOTS:
         std::filesystem::resize_file(folder.path() / "cut.tar.gz", 60);
         QVERIFY(message(folder.path() / "cut.tar.gz").contains(u"unexpected end of file"));
         QCOMPARE(folder.temporaryItems().size(), 0U);
+
+        const std::optional<Path> sevenZip = Tools().findTool("7z");
+        if (!sevenZip) {
+            QSKIP("7z is not installed");
+        }
+        for (const char *option : {"-mhe=off", "-mhe=on"}) { // the names locked too
+            const std::string name = std::string("locked") + option + ".7z";
+            QCOMPARE(failure(shell(*sevenZip, {"a", "-pX", option, name, "secret.txt"}, folder.path())),
+                     QString());
+            QVERIFY(message(folder.path() / name).contains(u"Enter password"));
+        }
+        QVERIFY(message(folder.write("random.7z", someText(5000))).contains(u"Cannot open the file"));
+        const Path damaged = folder.path() / "damaged.7z";
+        create(manager, {folder.write("text", someText(5000))}, damaged, ArchiveFormat::sevenZ);
+        QByteArray bytes = readFile(damaged);
+        bytes.replace(500, 50, QByteArray(50, 'x'));
+        QVERIFY(message(folder.write("damaged.7z", bytes)).contains(u"Data Error : text"));
     }
 
     void clearsTheStatusOfARunningOperation() {

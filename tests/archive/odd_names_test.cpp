@@ -6,6 +6,8 @@
 #include <QCoro/QCoroCore>
 #include <QTest>
 
+#include <chrono>
+
 using namespace stowlark;
 
 namespace {
@@ -61,7 +63,7 @@ using Outcomes = std::map<std::string, std::string>;
 
 /// What the tools make of names that they cannot carry; all others come back as they were. A name that begins
 /// with a dash is an option to them, and "-" is zip's standard input. unzip takes control characters out of
-/// names and rewrites what is no UTF-8.
+/// names and rewrites what is no UTF-8. To 7z, a name that begins with "@" is that of a list of names.
 const Outcomes zipOutcomes{{"-", "comes back empty"},
                            {"--double", "create fails"},
                            {"-rf", "create fails"},
@@ -70,6 +72,21 @@ const Outcomes zipOutcomes{{"-", "comes back empty"},
                            {"\x01\x7f", "comes back as another"},
                            {"\xff\xfe raw", "comes back as another"}};
 const Outcomes tarOutcomes{{"--double", "create fails"}, {"-rf", "create fails"}};
+const Outcomes sevenZipOutcomes{
+    {"-", "create fails"}, {"--double", "create fails"}, {"-rf", "create fails"}, {"@list", "create fails"}};
+
+/// One row for each format whose tool is there.
+void addFormats() {
+    QTest::addColumn<ArchiveFormat>("format");
+    QTest::addColumn<QByteArray>("archive");
+    QTest::newRow("ZIP") << ArchiveFormat::zip << QByteArray("o.zip");
+    QTest::newRow("TAR.GZ") << ArchiveFormat::tarGz << QByteArray("o.tar.gz");
+    if (Tools().findTool("7z")) {
+        QTest::newRow("7-Zip") << ArchiveFormat::sevenZ << QByteArray("o.7z");
+    } else {
+        qInfo("7z is not installed: without 7-Zip");
+    }
+}
 
 } // namespace
 
@@ -80,23 +97,20 @@ class OddNamesTest : public QObject {
 private Q_SLOTS:
     void initTestCase() { qputenv("LC_ALL", "C.UTF-8"); }
 
-    void comeBackByteForByte_data() {
-        QTest::addColumn<int>("format");
-        QTest::addColumn<QByteArray>("archive");
-        QTest::newRow("ZIP") << static_cast<int>(ArchiveFormat::zip) << QByteArray("o.zip");
-        QTest::newRow("TAR.GZ") << static_cast<int>(ArchiveFormat::tarGz) << QByteArray("o.tar.gz");
-    }
+    void comeBackByteForByte_data() { addFormats(); }
     void comeBackByteForByte() {
-        QFETCH(int, format);
+        QFETCH(ArchiveFormat, format);
         QFETCH(QByteArray, archive);
-        const Outcomes &expected = format == static_cast<int>(ArchiveFormat::zip) ? zipOutcomes : tarOutcomes;
+        const Outcomes &expected = format == ArchiveFormat::zip     ? zipOutcomes
+                                   : format == ArchiveFormat::tarGz ? tarOutcomes
+                                                                    : sevenZipOutcomes;
         const TestFolder folder;
         const Path in = folder.path() / "in";
         for (const std::string &name : oddNames()) {
             folder.write(Path("in") / name, QByteArray::fromStdString("contents of " + name));
         }
         const auto send = [&](const Path &item) {
-            return outcome(item, static_cast<ArchiveFormat>(format), folder.path() / archive.toStdString());
+            return outcome(item, format, folder.path() / archive.toStdString());
         };
         for (const std::string &name : oddNames()) {
             const auto known = expected.find(name);
@@ -104,14 +118,37 @@ private Q_SLOTS:
             QCOMPARE(displayText(name + ' ' + send(in / name)), displayText(name + ' ' + as));
         }
         for (const auto &[name, as] : expected) {
-            if (!name.starts_with('-')) {
+            if (!name.starts_with('-') && !name.starts_with('@')) {
                 std::filesystem::remove(in / name);
             }
         }
         QCOMPARE(send(in), std::string("comes back"));
     }
 
-    /// tar keeps links; zip stores what they point to, and leaves out in silence what points nowhere.
+    /// But 7z lets the owner write to every folder.
+    void comeBackWithModesAndTimes_data() { addFormats(); }
+    void comeBackWithModesAndTimes() {
+        QFETCH(ArchiveFormat, format);
+        QFETCH(QByteArray, archive);
+        const TestFolder folder;
+        const Path file = folder.write("in/folder/file", "contents");
+        const Path other = folder.write("in/other", "contents");
+        std::filesystem::create_directory(folder.path() / "in/empty");
+        std::filesystem::permissions(file, std::filesystem::perms(0751));
+        std::filesystem::permissions(other, std::filesystem::perms(0400));
+        std::filesystem::permissions(file.parent_path(),
+                                     std::filesystem::perms(format == ArchiveFormat::sevenZ ? 0710 : 0500));
+        const auto time = std::chrono::floor<std::chrono::seconds>(std::filesystem::last_write_time(file)) -
+                          std::chrono::hours(10'000);
+        for (const char *item : {"in/folder/file", "in/other", "in/folder", "in/empty", "in"}) {
+            std::filesystem::last_write_time(folder.path() / item, time);
+        }
+        QCOMPARE(outcome(folder.path() / "in", format, folder.path() / archive.toStdString(), {}),
+                 std::string("comes back"));
+    }
+
+    /// tar keeps links; zip stores what they point to, and leaves out in silence what points nowhere. 7z
+    /// keeps those that stay inside, and refuses to unpack any that lead up.
     void comeBackIfTheyAreLinks() {
         const TestFolder folder;
         folder.write("in/file", "contents");
@@ -125,10 +162,24 @@ private Q_SLOTS:
         QCOMPARE(readFile(result / "link"), "contents");
         QVERIFY(!std::filesystem::is_symlink(result / "link"));
         QVERIFY(!std::filesystem::exists(std::filesystem::symlink_status(result / "broken")));
+        if (!Tools().findTool("7z")) {
+            QSKIP("7z is not installed");
+        }
+        const Path archive = folder.path() / "o.7z";
+        std::filesystem::create_directory_symlink("folder", folder.path() / "in/to a folder");
+        QCOMPARE(outcome(folder.path() / "in", ArchiveFormat::sevenZ, archive), std::string("comes back"));
+        std::filesystem::create_symlink("/etc/passwd", folder.path() / "in/absolute");
+        QCOMPARE(outcome(folder.path() / "in", ArchiveFormat::sevenZ, archive),
+                 std::string("comes back changed"));
+        QCOMPARE(std::filesystem::read_symlink(folder.path() / "out/o_3/in/absolute"),
+                 folder.path() / "out/o_3/etc/passwd");
+        std::filesystem::create_symlink("../up", folder.path() / "in/up");
+        QCOMPARE(outcome(folder.path() / "in", ArchiveFormat::sevenZ, archive), std::string("extract fails"));
     }
 
 private:
-    static std::string outcome(const Path &item, ArchiveFormat format, const Path &archive) {
+    static std::string outcome(const Path &item, ArchiveFormat format, const Path &archive,
+                               SnapshotOptions options = {.times = false}) {
         ArchiveManager manager;
         QCoro::waitFor(
             manager.createArchive({fileUrl(item)}, format, CompressionLevel::fast, fileUrl(archive)));
@@ -140,7 +191,6 @@ private:
             return "extract fails";
         }
         const Path result = path(manager.lastOutputURL());
-        const SnapshotOptions options{.times = false};
         if (difference(snapshot(item, options), snapshot(result / item.filename(), options)).isEmpty()) {
             return "comes back";
         }

@@ -19,7 +19,7 @@ public:
 private:
     void collect();
     void createAll();
-    bool create(ArchiveFormat format);
+    void create(ArchiveFormat format);
     void extractAll();
     void showAnError();
 

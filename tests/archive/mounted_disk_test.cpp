@@ -14,12 +14,12 @@
 
 using namespace stowlark;
 
-/// Runs in a mount namespace of its own, in which a disk of 1 MB can be mounted that goes with the process.
-class FullDiskTest : public QObject {
+/// Runs in a mount namespace of its own, in which what is mounted goes with the process.
+class MountedDiskTest : public QObject {
     Q_OBJECT
 
 public:
-    explicit FullDiskTest(bool mayMount)
+    explicit MountedDiskTest(bool mayMount)
         : mayMount_(mayMount) {}
 
 private Q_SLOTS:
@@ -43,8 +43,12 @@ private Q_SLOTS:
             return manager.statusMessage();
         };
         // The archive does not fit: the tool's own words.
-        for (const auto &[format, name] :
-             {std::pair(ArchiveFormat::zip, "a.zip"), std::pair(ArchiveFormat::tarGz, "a.tar.gz")}) {
+        std::vector<std::pair<ArchiveFormat, const char *>> formats{{ArchiveFormat::zip, "a.zip"},
+                                                                    {ArchiveFormat::tarGz, "a.tar.gz"}};
+        if (Tools().findTool("7z")) {
+            formats.emplace_back(ArchiveFormat::sevenZ, "a.7z");
+        }
+        for (const auto &[format, name] : formats) {
             const QString said = create(file, format, disk / name);
             QVERIFY2(said.contains(u"No space left on device"), qPrintable(said));
             QVERIFY(manager.statusIsError() && !manager.isCreating() && manager.lastOutputURL().isEmpty());
@@ -66,6 +70,20 @@ private Q_SLOTS:
         create(fits, ArchiveFormat::zip, folder.path() / "a.zip");
         QVERIFY2(!manager.statusIsError(), qPrintable(manager.statusMessage()));
         ::umount(disk.c_str());
+    }
+
+    /// It may be a writable one: removing the mount point would empty the user's image.
+    void keepsAVolumeThatStaysMounted() {
+        const TestFolder folder;
+        const Path tool = folder.writeTool("hdiutil", "[ $1 = attach ] || exit 1\n"
+                                                      "mount -t tmpfs tmpfs $4 && echo precious >$4/notes");
+        ArchiveManager manager({.hdiutil = tool});
+        QCoro::waitFor(manager.extractArchive(fileUrl(folder.path() / "a.dmg"), fileUrl(folder.path())));
+        QVERIFY2(!manager.statusIsError(), qPrintable(manager.statusMessage()));
+        QCOMPARE(readFile(folder.path() / "a/notes"), "precious\n");
+        const Path mounted = folder.temporary() / folder.temporaryItems("Crateloom-dmg-").at(0);
+        QCOMPARE(readFile(mounted / "notes"), "precious\n");
+        QCOMPARE(::umount(mounted.c_str()), 0);
     }
 
 private:
@@ -97,7 +115,7 @@ int main(int argc, char **argv) {
     const bool mayMount =
         enterNamespace() && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
     QCoreApplication application(argc, argv);
-    FullDiskTest test(mayMount);
+    MountedDiskTest test(mayMount);
     return QTest::qExec(&test, argc, argv);
 }
-#include "full_disk_test.moc"
+#include "mounted_disk_test.moc"
