@@ -186,7 +186,7 @@ const std::vector<HfsReader::Item> &HfsReader::children(std::uint32_t folder) co
 }
 
 void HfsReader::readContents(const Item &file, const Data &data) {
-    Bytes piece(pieceSize);
+    Bytes piece(std::min<std::uint64_t>(file.size, pieceSize));
     std::uint64_t offset = 0;
     for (const Extent &extent : file.extents) {
         std::uint64_t at = diskOffset(extent);
