@@ -208,24 +208,19 @@ bool holdsLittle(Bytes bytes, std::uint64_t at, std::uint64_t size, std::uint64_
     return big(std::vector(field.rbegin(), field.rend()), 0, size) == value;
 }
 
-/// Returns the id of the disk and the partition table.
-std::vector<unsigned char> checkHeader(Bytes disk, std::uint64_t own, std::uint64_t other,
-                                       std::uint64_t table) {
+void checkHeader(Bytes disk, std::uint64_t own, std::uint64_t other, std::uint64_t table) {
     const Bytes header = part(disk, own * sectorSize, sectorSize);
-    const Bytes entries = part(disk, table * sectorSize, 32 * sectorSize);
-    std::vector<unsigned char> bare(header.begin(), header.begin() + 92);
-    std::fill_n(bare.begin() + 16, 4, static_cast<unsigned char>(0));
+    const std::uint32_t entries = crcOf(part(disk, table * sectorSize, 32 * sectorSize));
+    const std::uint32_t crc =
+        crcOf(header.subspan(20, 72), crcOf(std::array<unsigned char, 4>{}, crcOf(header.first(16))));
     require(holds(header, 0, {0x45464920, 0x50415254, 0x100, 0x5c000000}) &&
-                holdsLittle(header, 16, 4, crcOf(bare)) && holdsLittle(header, 20, 4, 0) &&
+                holdsLittle(header, 16, 4, crc) && isZero(header.subspan(20, 4)) &&
                 holdsLittle(header, 24, 8, own) && holdsLittle(header, 32, 8, other) &&
                 holdsLittle(header, 40, 8, 34) && holdsLittle(header, 48, 8, disk.size() / sectorSize - 34) &&
                 !isZero(header.subspan(56, 16)) && holdsLittle(header, 72, 8, table) &&
-                holds(header, 80, {0x80000000, 0x80000000}) && holdsLittle(header, 88, 4, crcOf(entries)) &&
+                holds(header, 80, {0x80000000, 0x80000000}) && holdsLittle(header, 88, 4, entries) &&
                 isZero(header.subspan(92)),
             "GPT header", own);
-    std::vector<unsigned char> result(header.begin() + 56, header.begin() + 72);
-    result.insert(result.end(), entries.begin(), entries.end());
-    return result;
 }
 
 VolumePlace checkPartitions(Bytes disk) {
@@ -234,8 +229,12 @@ VolumePlace checkPartitions(Bytes disk) {
                 holdsLittle(disk, 458, 4, std::min<std::uint64_t>(last, UINT32_MAX)) &&
                 isZero(disk.subspan(462, 48)) && big(disk, 510, 2) == 0x55aa,
             "MBR");
-    require(checkHeader(disk, 1, last, 2) == checkHeader(disk, last, 1, last - 32), "backup of the GPT");
+    checkHeader(disk, 1, last, 2);
+    checkHeader(disk, last, 1, last - 32);
     const Bytes table = disk.subspan(2 * sectorSize, 32 * sectorSize);
+    require(std::ranges::equal(table, part(disk, (last - 32) * sectorSize, table.size())) &&
+                std::ranges::equal(disk.subspan(sectorSize + 56, 16), disk.last(sectorSize).subspan(56, 16)),
+            "backup of the GPT");
     require(holds(table, 0, {0x00534648, 0x0000aa11, 0xaa110030, 0x6543ecac}) &&
                 !isZero(table.subspan(16, 16)) && holdsLittle(table, 32, 8, 40) &&
                 holdsLittle(table, 40, 8, last - 33) && isZero(table.subspan(48, 8)) &&
