@@ -47,12 +47,11 @@ public:
         , nodeSize_(nodeSize)
         , used_(file.size() / nodeSize) {
         const auto nodes = static_cast<std::uint32_t>(used_.size());
-        require(nodes * nodeSize == file.size() && holds(file, 32, {nodeSize << 16U | maxKey, nodes}),
-                "nodes", nodes);
-        require(big(file, 44, 2) == 0 && big32(file, 46) > 0 && big32(file, 46) % nodeSize == 0,
-                "clump of a tree");
-        require(big(file, 50, 2) == compare && big32(file, 52) == attributes, "kind of a tree", nodeSize);
-        require(isZero(part(file, 56, 192)), "reserved bytes of a tree", nodeSize);
+        require(nodes * nodeSize_ == file.size() && holds(file, 32, {nodeSize << 16U | maxKey, nodes}) &&
+                    big(file, 44, 2) == 0 && big32(file, 46) > 0 && big32(file, 46) % nodeSize == 0 &&
+                    big(file, 50, 2) == compare && big32(file, 52) == attributes &&
+                    isZero(part(file, 56, 192)),
+                "header of a tree", nodeSize);
     }
 
     std::vector<Record> leaves() {
@@ -71,8 +70,7 @@ public:
                                                  i + 1 < level.size() ? big32(level[i + 1].data, 0) : 0)) {
                     const std::uint64_t length = big(bytes, 0, 2);
                     below.push_back({readKey(part(bytes, 2, length)), bytes.subspan(2 + length)});
-                    require(below.size() < 2 || below.end()[-2].key < below.back().key, "order of keys",
-                            last);
+                    require(below.size() < 2 || below.end()[-2].key < below.back().key, "key order", last);
                     require(height == 1 || below.back().data.size() == 4, "index record", last);
                 }
                 require(height == depth || below[start].key == level[i].key, "key of an index", last);
@@ -112,22 +110,19 @@ private:
         used_[number] = true;
         const Bytes node = file_.subspan(number * nodeSize_, nodeSize_);
         const std::uint64_t count = big(node, 10, 2);
-        require(holds(node, 0, {next, back}) && big(node, 8, 2) == (kind << 8U | height), "links of a node",
+        require(holds(node, 0, {next, back}) && big(node, 8, 2) == (kind << 8U | height), "node links",
                 number);
-        require(count > 0 && 2 * (count + 1) + 14 <= nodeSize_ && big(node, 12, 2) == 0, "records of a node",
-                number);
+        require(count > 0 && 2 * (count + 1) + 14 <= nodeSize_ && big(node, 12, 2) == 0, "node", number);
         std::vector<Bytes> result;
         std::uint64_t begin = big(node, nodeSize_ - 2, 2);
         require(begin == 14, "first record of a node", number);
         while (result.size() < count) {
             const std::uint64_t end = big(node, nodeSize_ - 2 * (result.size() + 2), 2);
-            require(begin < end && end % 2 == 0 && end <= nodeSize_ - 2 * (count + 1), "place of a record",
-                    number);
+            require(begin < end && end % 2 == 0 && end <= nodeSize_ - 2 * (count + 1), "record", number);
             result.push_back(node.subspan(begin, end - begin));
             begin = end;
         }
-        require(isZero(node.subspan(begin, nodeSize_ - 2 * (count + 1) - begin)), "free bytes of a node",
-                number);
+        require(isZero(node.subspan(begin, nodeSize_ - 2 * (count + 1) - begin)), "free bytes", number);
         return result;
     }
 
@@ -252,7 +247,7 @@ private:
         const bool link = big32(data, 48) != 0;
         require(data.size() == 248 && holds(data, 0, {0x20002, 0}) && big32(data, 84) == 0, "file record",
                 id);
-        require(isZero(part(data, 168, 80)), "resource fork", id);
+        require(big32(data, 96) == 0 && isZero(part(data, 168, 80)), "clump or resource fork", id);
         const Bytes contents = claimFork(part(data, 88, 80));
         VolumeItem item = readItem(data, link ? S_IFLNK : S_IFREG);
         item.size = contents.size();
