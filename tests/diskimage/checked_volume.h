@@ -1,10 +1,10 @@
 #pragma once
 
-#include "diskimage/udif_reader.h"
+#include "diskimage/checked_disk.h"
 
 #include <map>
 
-namespace stowlark {
+namespace imagecheck {
 
 struct VolumeItem {
     char kind = 0; ///< 'f'ile, 'd'irectory or 'l'ink
@@ -25,4 +25,4 @@ struct Volume {
 /// Checks the HFSX volume in `disk` as a file system checker does. Throws std::runtime_error.
 Volume readVolume(const Path &disk, VolumePlace place);
 
-} // namespace stowlark
+} // namespace imagecheck

@@ -1,10 +1,10 @@
-#include "diskimage/hfsx_reader.h"
+#include "diskimage/checked_volume.h"
 
 #include <algorithm>
 
 #include <sys/stat.h>
 
-namespace stowlark {
+namespace imagecheck {
 namespace {
 
 constexpr std::uint64_t blockSize = 4096;
@@ -296,4 +296,4 @@ Volume readVolume(const Path &disk, VolumePlace place) {
     return VolumeReader(part(mapFile(file), place.offset, place.length)).read();
 }
 
-} // namespace stowlark
+} // namespace imagecheck

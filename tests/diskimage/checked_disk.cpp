@@ -1,4 +1,4 @@
-#include "diskimage/udif_reader.h"
+#include "diskimage/checked_disk.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include <bzlib.h>
 #include <zlib.h>
 
-namespace stowlark {
+namespace imagecheck {
 
 void require(bool right, const std::string &what, std::uint64_t where) {
     if (!right) {
@@ -272,4 +272,4 @@ VolumePlace unpackDisk(const Path &image, const Path &disk) {
     return checkPartitions(mapFile(unpacked));
 }
 
-} // namespace stowlark
+} // namespace imagecheck

@@ -10,8 +10,9 @@
 
 /// Reads disk images to judge them: whatever is not exactly as it should be throws std::runtime_error. Shares
 /// no code with the writer, lest both err alike.
-namespace stowlark {
+namespace imagecheck {
 
+using stowlark::Path;
 using Bytes = std::span<const unsigned char>;
 
 /// `where` is the number of what is at fault: a sector, block, node or item.
@@ -38,4 +39,4 @@ struct VolumePlace {
 /// Writes the disk in the UDIF file `image` to the new file `disk`, with holes where the image says zero.
 VolumePlace unpackDisk(const Path &image, const Path &disk);
 
-} // namespace stowlark
+} // namespace imagecheck
