@@ -15,21 +15,21 @@ namespace {
 constexpr std::int64_t between1904And1970 = 2082844800; ///< seconds
 
 /// Volumes leave these as they are.
-bool staysComposed(char32_t character) {
+bool staysAsItIs(char32_t character) {
     return (character >= 0x2000 && character <= 0x2FFF) || (character >= 0xF900 && character <= 0xFAFF) ||
            (character >= 0x2F800 && character <= 0x2FAFF);
 }
 
-QString decomposed(const QString &text) {
+QString normalized(const QString &text, QString::NormalizationForm form) {
     QString result;
     QString run;
     const auto endRun = [&] {
-        result += run.normalized(QString::NormalizationForm_D, QChar::Unicode_3_2);
+        result += run.normalized(form, QChar::Unicode_3_2);
         run.clear();
     };
     for (const uint code : text.toUcs4()) {
         const char32_t character = code;
-        if (staysComposed(character)) {
+        if (staysAsItIs(character)) {
             endRun();
             result += QString::fromUcs4(&character, 1);
         } else {
@@ -54,7 +54,7 @@ std::u16string hfsName(const std::string &name) {
                 QStringLiteral("“%1” can’t be stored in a disk image because its name isn’t UTF-8.")
                     .arg(displayText(name)));
         }
-        stored = decomposed(text).toStdU16String();
+        stored = normalized(text, QString::NormalizationForm_D).toStdU16String();
     }
     if (stored.size() > 255) {
         throw ImageError(QStringLiteral("“%1” can’t be stored in a disk image because its name is too long.")
@@ -64,10 +64,14 @@ std::u16string hfsName(const std::string &name) {
     return stored;
 }
 
+QString composed(const QString &name) {
+    return normalized(name, QString::NormalizationForm_C);
+}
+
 std::string fileName(std::u16string_view hfsName) {
     QString text = QString::fromUtf16(hfsName.data(), static_cast<qsizetype>(hfsName.size()));
     text.replace(u'/', u':');
-    const std::string name = text.normalized(QString::NormalizationForm_C).toStdString();
+    const std::string name = composed(text).toStdString();
     const bool isStoredSo = hfsName.find(u':') == std::u16string_view::npos;
     if (!isStoredSo || name.empty() || name == "." || name == ".." || name.find('\0') != std::string::npos) {
         throw ImageError::damaged();

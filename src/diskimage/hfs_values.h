@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <cstdint>
 #include <string>
 
@@ -8,6 +10,9 @@ namespace stowlark {
 /// A file's name as a volume stores it: decomposed as of Unicode 3.2, with ":" and "/" exchanged. Throws
 /// ImageError if it is no UTF-8 or longer than 255 units.
 std::u16string hfsName(const std::string &name);
+
+/// The opposite of how a volume decomposes names.
+QString composed(const QString &name);
 
 /// The file name for one that a volume stores, composed. Throws ImageError if no file can be called that.
 std::string fileName(std::u16string_view hfsName);

@@ -1,5 +1,6 @@
 #include "diskimage/put_right.h"
 
+#include "diskimage/hfs_values.h"
 #include "foundation/descriptor.h"
 #include "foundation/errors.h"
 
@@ -36,10 +37,9 @@ void takePrefixOffTarget(const Path &link, const std::string &prefix, const stru
     }
 }
 
-std::string composed(const std::string &name) {
+std::string composedName(const std::string &name) {
     const QString text = displayText(name);
-    const std::string result = text.normalized(QString::NormalizationForm_C).toStdString();
-    return text.contains(QChar::ReplacementCharacter) ? name : result;
+    return text.contains(QChar::ReplacementCharacter) ? name : composed(text).toStdString();
 }
 
 void putRightBelow(const Path &folder, const std::string &prefix) {
@@ -51,7 +51,7 @@ void putRightBelow(const Path &folder, const std::string &prefix) {
         } else if (S_ISLNK(info.st_mode)) {
             takePrefixOffTarget(folder / name, prefix, info);
         }
-        if (const std::string better = composed(name); better != name) {
+        if (const std::string better = composedName(name); better != name) {
             // Where both forms are there, both stay.
             ::renameat2(AT_FDCWD, (folder / name).c_str(), AT_FDCWD, (folder / better).c_str(),
                         RENAME_NOREPLACE);

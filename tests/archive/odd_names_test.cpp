@@ -74,6 +74,13 @@ const Outcomes zipOutcomes{{"-", "comes back empty"},
 const Outcomes tarOutcomes{{"--double", "create fails"}, {"-rf", "create fails"}};
 const Outcomes sevenZipOutcomes{
     {"-", "create fails"}, {"--double", "create fails"}, {"-rf", "create fails"}, {"@list", "create fails"}};
+/// A disk image stores decomposed names, of which it is not known how they were, and hidden items at its top
+/// are not unpacked.
+const Outcomes diskImageOutcomes{{".hidden", "is left out"},
+                                 {"..x", "is left out"},
+                                 {"...", "is left out"},
+                                 {"e\u0301 decomposed", "comes back as another"},
+                                 {"\xff\xfe raw", "create fails"}};
 
 /// One row for each format whose tool is there.
 void addFormats() {
@@ -85,6 +92,9 @@ void addFormats() {
         QTest::newRow("7-Zip") << ArchiveFormat::sevenZ << QByteArray("o.7z");
     } else {
         qInfo("7z is not installed: without 7-Zip");
+    }
+    if (std::filesystem::exists(Tools().hdiutil)) {
+        QTest::newRow("DMG") << ArchiveFormat::dmg << QByteArray("o.dmg");
     }
 }
 
@@ -103,6 +113,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, archive);
         const Outcomes &expected = format == ArchiveFormat::zip     ? zipOutcomes
                                    : format == ArchiveFormat::tarGz ? tarOutcomes
+                                   : format == ArchiveFormat::dmg   ? diskImageOutcomes
                                                                     : sevenZipOutcomes;
         const TestFolder folder;
         const Path in = folder.path() / "in";
@@ -118,7 +129,7 @@ private Q_SLOTS:
             QCOMPARE(displayText(name + ' ' + send(in / name)), displayText(name + ' ' + as));
         }
         for (const auto &[name, as] : expected) {
-            if (!name.starts_with('-') && !name.starts_with('@')) {
+            if (std::string_view("-@.").find(name.front()) == std::string_view::npos) {
                 std::filesystem::remove(in / name);
             }
         }
@@ -147,6 +158,18 @@ private Q_SLOTS:
                  std::string("comes back"));
     }
 
+    void comeBackIfTheyAreMany_data() { addFormats(); }
+    void comeBackIfTheyAreMany() {
+        QFETCH(ArchiveFormat, format);
+        QFETCH(QByteArray, archive);
+        const TestFolder folder;
+        for (int i = 0; i < 20'000; ++i) {
+            folder.write(Path("in") / std::to_string(i % 100) / std::to_string(i), QByteArray::number(i));
+        }
+        QCOMPARE(outcome(folder.path() / "in", format, folder.path() / archive.toStdString()),
+                 std::string("comes back"));
+    }
+
     /// tar keeps links; zip stores what they point to, and leaves out in silence what points nowhere. 7z
     /// keeps those that stay inside, and refuses to unpack any that lead up.
     void comeBackIfTheyAreLinks() {
@@ -162,6 +185,16 @@ private Q_SLOTS:
         QCOMPARE(readFile(result / "link"), "contents");
         QVERIFY(!std::filesystem::is_symlink(result / "link"));
         QVERIFY(!std::filesystem::exists(std::filesystem::symlink_status(result / "broken")));
+        if (std::filesystem::exists(Tools().hdiutil)) {
+            std::filesystem::create_directory_symlink("in", folder.path() / "in/to a folder");
+            std::filesystem::create_symlink("/etc/passwd", folder.path() / "in/absolute");
+            std::filesystem::create_symlink("../up", folder.path() / "in/up");
+            QCOMPARE(outcome(folder.path() / "in", ArchiveFormat::dmg, folder.path() / "d.dmg"),
+                     std::string("comes back"));
+            for (const char *link : {"to a folder", "absolute", "up"}) {
+                std::filesystem::remove(folder.path() / "in" / link);
+            }
+        }
         if (!Tools().findTool("7z")) {
             QSKIP("7z is not installed");
         }
@@ -198,6 +231,9 @@ private:
             return "comes back changed";
         }
         const auto entries = std::filesystem::directory_iterator(result);
+        if (entries == std::filesystem::directory_iterator()) {
+            return "is left out";
+        }
         const QByteArray contents = readFile(entries->path());
         return contents.isEmpty()           ? "comes back empty"
                : contents == readFile(item) ? "comes back as another"

@@ -56,7 +56,8 @@ public:
 
     std::vector<Record> leaves() {
         const std::uint64_t depth = big(file_, 14, 2);
-        std::vector<Record> level{{{}, part(file_, 16, 4)}};
+        std::vector<Record> level(1);
+        level.front().data = part(file_, 16, 4); // the root's number
         std::uint32_t first = 0;
         std::uint32_t last = 0;
         for (std::uint64_t height = depth; height > 0; --height) {
