@@ -76,21 +76,19 @@ void makeFolders(const Path &tree, int count, Contents contents) {
     }
 }
 
-} // namespace
-
-void makeSmallFiles(const Path &tree) {
+void makeTexts(const Path &tree, int filesInEachFolder) {
     Random random(1);
     Writer writer(random);
-    makeFolders(tree, 100, [&] { return writer.text(512 + below(random, 8192 - 512 + 1)); });
+    makeFolders(tree, filesInEachFolder, [&] { return writer.text(512 + below(random, 8192 - 512 + 1)); });
 }
 
-void makeLargeFiles(const Path &tree) {
+void makeMixtures(const Path &tree, int files) {
     constexpr std::size_t size = 30'000'000;
     constexpr std::size_t block = 100'000;
     Random random(2);
     Writer writer(random);
     std::filesystem::create_directories(tree);
-    for (int file = 0; file < 8; ++file) {
+    for (int file = 0; file < files; ++file) {
         std::string contents;
         contents.reserve(size);
         while (contents.size() < size) {
@@ -98,6 +96,24 @@ void makeLargeFiles(const Path &tree) {
         }
         writeFile(tree / ("file " + std::to_string(file) + ".dat"), contents);
     }
+}
+
+} // namespace
+
+void makeSmallFiles(const Path &tree) {
+    makeTexts(tree, 100);
+}
+
+void makeMoreSmallFiles(const Path &tree) {
+    makeTexts(tree, 200);
+}
+
+void makeLargeFiles(const Path &tree) {
+    makeMixtures(tree, 8);
+}
+
+void makeMoreLargeFiles(const Path &tree) {
+    makeMixtures(tree, 10);
 }
 
 void makeTinyFiles(const Path &tree) {

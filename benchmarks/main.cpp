@@ -19,7 +19,7 @@ constexpr auto about =
     "medians of samples that alternate between the two. Its ratio is what counts; OVER marks one above\n"
     "its limit.\n"
     "\n"
-    "The files are kept in memory (/dev/shm) where that has 3 GB of room, else in the system's folder for\n"
+    "The files are kept in memory (/dev/shm) where that has 4 GB of room, else in the system's folder for\n"
     "temporary files. On ext4, making and deleting the same thousands of files over and over makes new\n"
     "files slow within a minute, as it avoids the inodes deleted last. That slows every program alike and\n"
     "drowns the ratio.";

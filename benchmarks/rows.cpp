@@ -3,10 +3,10 @@
 #include "archive/archive_manager.h"
 #include "archive/staging.h"
 #include "failure.h"
-#include "foundation/child_process.h"
 #include "foundation/file_url.h"
-#include "foundation/remove_item.h"
+#include "image_rows.h"
 #include "inputs.h"
+#include "steps.h"
 
 #include <QCoro/QCoroTask>
 
@@ -35,30 +35,6 @@ struct Format {
     ArchiveFormat format;
     std::string extension;
 };
-
-Action bareTool(Command command) {
-    return [command = std::move(command)] {
-        if (!runChildQuietly(command)) {
-            std::string line = command.tool.native();
-            for (const std::string &argument : command.arguments) {
-                line += ' ' + argument;
-            }
-            throw Failure(QStringLiteral("This failed: ") + displayText(line));
-        }
-    };
-}
-
-Action removal(const Path &folder) {
-    return [folder] {
-        if (!removeOwnFolder(folder)) {
-            throw Failure(QStringLiteral("%1 couldn’t be removed.").arg(displayText(folder.native())));
-        }
-    };
-}
-
-Action fileRemoval(const Path &file) {
-    return [file] { std::filesystem::remove(file); };
-}
 
 void failIfFailed(const ArchiveManager &manager) {
     if (manager.statusIsError()) {
@@ -174,6 +150,7 @@ std::vector<Row> allRows(const Path &folder) {
             rows.push_back(makeRow(folder, large, format));
         }
     }
+    addImageRows(rows, folder);
     return rows;
 }
 

@@ -10,7 +10,7 @@
 namespace stowlark {
 
 QString roomyParent() {
-    constexpr qint64 roomNeeded = 3'000'000'000;
+    constexpr qint64 roomNeeded = 4'000'000'000;
     const QString memory = QStringLiteral("/dev/shm");
     const QStorageInfo storage(memory);
     const bool fits = storage.rootPath() == memory && storage.fileSystemType() == "tmpfs" &&
