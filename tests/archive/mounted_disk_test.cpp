@@ -54,6 +54,11 @@ private Q_SLOTS:
             QVERIFY(manager.statusIsError() && !manager.isCreating() && manager.lastOutputURL().isEmpty());
             std::filesystem::remove(disk / name);
         }
+        if (std::filesystem::exists(Tools().hdiutil)) {
+            QVERIFY(
+                create(file, ArchiveFormat::dmg, disk / "a.dmg").contains(u"isn’t enough space on the disk"));
+            QVERIFY(std::filesystem::is_empty(disk));
+        }
         // What was unpacked does not fit.
         create(file, ArchiveFormat::tarGz, folder.path() / "a.tar.gz");
         QVERIFY(!manager.statusIsError());
