@@ -53,7 +53,7 @@ private:
     void readCatalog();
     void readLeaf(ByteSpan node, std::uint64_t records);
     void resolveLinks();
-    void addItem(std::uint32_t parent, std::u16string name, BigEndianReader record, bool isFolder);
+    void addItem(std::uint32_t parent, std::u16string name, BigEndianReader from, bool isFolder);
     void read(const std::array<Extent, 8> &extents, std::uint64_t offset, std::span<std::uint8_t> to);
     std::uint64_t diskOffset(const Extent &extent) const;
 
