@@ -21,20 +21,6 @@ namespace {
 
 constexpr auto listName = ".stowlark-attached";
 
-/// Opens a folder to change what it holds, following no link.
-Descriptor openToChange(int folder, const std::string &name) {
-    struct stat info {};
-    Descriptor opened = openFolder(folder, name.c_str());
-    if (!opened && errno == EACCES && ::fstatat(folder, name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 &&
-        S_ISDIR(info.st_mode) && ::fchmodat(folder, name.c_str(), 0700, 0) == 0) {
-        opened = openFolder(folder, name.c_str());
-    }
-    if (opened && ::fstat(opened.get(), &info) == 0 && (info.st_mode & 0700) != 0700) {
-        ::fchmod(opened.get(), 0700);
-    }
-    return opened;
-}
-
 /// Removes items below a folder. It keeps the folder open that it removed from last.
 class Removal {
 public:
@@ -46,25 +32,33 @@ public:
         const bool isFolder = path.ends_with('/');
         path.resize(path.size() - (isFolder ? 1 : 0));
         const auto slash = path.rfind('/');
-        openParent(slash == std::string::npos ? std::string() : path.substr(0, slash));
+        if (!openParent(slash == std::string::npos ? std::string() : path.substr(0, slash))) {
+            return errno == ENOENT;
+        }
         const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
-        return parent_ &&
-               (::unlinkat(parent_.get(), name.c_str(), isFolder ? AT_REMOVEDIR : 0) == 0 || errno == ENOENT);
+        return ::unlinkat(parent_.get(), name.c_str(), isFolder ? AT_REMOVEDIR : 0) == 0 || errno == ENOENT;
     }
 
 private:
-    void openParent(const std::string &path) {
+    /// Step by step, so that no link is followed. On failure errno tells why.
+    bool openParent(const std::string &path) {
         if (parent_ && path == parentPath_) {
-            return;
+            return true;
         }
         parentPath_ = path;
-        parent_ = openToChange(root_.get(), ".");
+        parent_ = openFolderToChange(root_.get(), ".");
         for (std::size_t begin = 0; parent_ && begin < path.size();) {
             const std::size_t end = std::min(path.find('/', begin), path.size());
             const std::string name = path.substr(begin, end - begin);
-            parent_ = name == ".." ? Descriptor() : openToChange(parent_.get(), name);
+            if (name == "..") {
+                errno = EINVAL;
+                parent_ = Descriptor();
+            } else {
+                parent_ = openFolderToChange(parent_.get(), name.c_str());
+            }
             begin = end + 1;
         }
+        return static_cast<bool>(parent_);
     }
 
     Descriptor root_;
@@ -80,7 +74,7 @@ void listAttached(const AttachedItems &items, const Path &mountPoint) {
         const Bytes line(item.c_str(), item.c_str() + item.size() + 1);
         list.write(line);
     }
-    list.commit(NewFile::Existing::keep);
+    list.commit(NewFile::Existing::replace);
 }
 
 void removeAttached(const Path &mountPoint) {
@@ -104,7 +98,9 @@ void removeAttached(const Path &mountPoint) {
         throw ImageError(QStringLiteral("Something that isn’t part of the disk image was left at “%1”.")
                              .arg(displayText(lastPathComponent(mountPoint))));
     }
-    removal.remove(listName);
+    if (!removal.remove(listName)) {
+        throw PlatformError(PlatformError::Action::remove, mountPoint / listName, errno);
+    }
 }
 
 } // namespace stowlark

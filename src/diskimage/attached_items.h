@@ -11,8 +11,8 @@ namespace stowlark {
 /// folders end in a slash.
 using AttachedItems = std::vector<std::string>;
 
-/// Writes the list of items into `mountPoint`, hidden. Throws PlatformError, or ImageError if it is one of
-/// the items itself.
+/// Writes the list of items into `mountPoint`, as a hidden file in the place of any that has its name. Throws
+/// PlatformError.
 void listAttached(const AttachedItems &items, const Path &mountPoint);
 
 /// Removes from `mountPoint` exactly what its list names, read-only folders too, and then the list. Throws

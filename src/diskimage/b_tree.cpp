@@ -1,5 +1,6 @@
 #include "diskimage/b_tree.h"
 
+#include "diskimage/hfs_values.h"
 #include "diskimage/image_error.h"
 
 #include <algorithm>
@@ -8,13 +9,10 @@
 namespace stowlark {
 namespace {
 
-enum class Kind : std::uint8_t { leaf = 0xFF, index = 0, header = 1, map = 2 };
-
-constexpr std::size_t descriptorSize = 14;
 constexpr std::size_t headerRecords =
     256; ///< what a header node has besides its map: descriptor, records, offsets
 /// Aligned to four bytes, which leaves two unused before the offsets.
-constexpr std::size_t mapNodeOverhead = descriptorSize + 6;
+constexpr std::size_t mapNodeOverhead = hfs::nodeDescriptorSize + 6;
 
 /// Sets the first `count` bits of the `capacity` bytes that it appends.
 void appendMap(Bytes &node, std::size_t capacity, std::uint64_t count) {
@@ -30,10 +28,10 @@ void appendMap(Bytes &node, std::size_t capacity, std::uint64_t count) {
 /// A node that records are added to until it is full.
 class NodeBuilder {
 public:
-    NodeBuilder(std::size_t nodeSize, Kind kind, std::size_t height)
+    NodeBuilder(std::size_t nodeSize, hfs::NodeKind kind, std::size_t height)
         : nodeSize_(nodeSize) {
         node_.reserve(nodeSize);
-        BigEndian(node_).u64(0).u8(static_cast<std::uint8_t>(kind)).u8(height).u32(0);
+        BigEndian(node_).u64(0).u8(kind).u8(height).u32(0);
     }
 
     std::uint32_t records() const { return static_cast<std::uint32_t>(offsets_.size()); }
@@ -87,12 +85,12 @@ BTree::BTree(Traits traits, Records records)
 }
 
 void BTree::forEachLeaf(const std::function<void(NodeBuilder &, const Bytes &firstKey)> &use) const {
-    NodeBuilder leaf(traits_.nodeSize, Kind::leaf, 1);
+    NodeBuilder leaf(traits_.nodeSize, hfs::leafNode, 1);
     Bytes firstKey;
     records_([&](ByteSpan key, ByteSpan data) {
         if (!leaf.hasRoom(key.size() + data.size())) {
             use(leaf, firstKey);
-            leaf = NodeBuilder(traits_.nodeSize, Kind::leaf, 1);
+            leaf = NodeBuilder(traits_.nodeSize, hfs::leafNode, 1);
         }
         if (leaf.records() == 0) {
             firstKey.assign(key.begin(), key.end());
@@ -110,7 +108,7 @@ std::vector<BTree::FirstKey> BTree::makeIndexLevel(const std::vector<FirstKey> &
     std::vector<NodeBuilder> built;
     for (const FirstKey &child : below) {
         if (built.empty() || !built.back().hasRoom(child.key.size() + 4)) {
-            built.emplace_back(traits_.nodeSize, Kind::index, depth_);
+            built.emplace_back(traits_.nodeSize, hfs::indexNode, depth_);
             keys.push_back(
                 {child.key, static_cast<std::uint32_t>(leaves_ + indexNodes_.size() + built.size())});
         }
@@ -125,7 +123,7 @@ std::vector<BTree::FirstKey> BTree::makeIndexLevel(const std::vector<FirstKey> &
 
 Bytes BTree::headerNode() const {
     const std::size_t mapSize = traits_.nodeSize - headerRecords;
-    NodeBuilder node(traits_.nodeSize, Kind::header, 0);
+    NodeBuilder node(traits_.nodeSize, hfs::headerNode, 0);
     BigEndian(node.beginRecord())
         .u16(depth_)
         .u32(leaves_ + indexNodes_.size()) // the root is the last one made
@@ -164,7 +162,7 @@ void BTree::writeMapNodes(const Sink &sink) const {
     const std::size_t mapSize = traits_.nodeSize - mapNodeOverhead;
     std::uint64_t inUse = nodes() - std::min<std::uint64_t>(nodes(), (traits_.nodeSize - headerRecords) * 8);
     for (std::uint64_t number = nodes() - mapNodes_; number < nodes(); ++number) {
-        NodeBuilder node(traits_.nodeSize, Kind::map, 0);
+        NodeBuilder node(traits_.nodeSize, hfs::mapNode, 0);
         const std::uint64_t here = std::min<std::uint64_t>(inUse, mapSize * 8);
         appendMap(node.beginRecord(), mapSize, here);
         inUse -= here;

@@ -25,6 +25,7 @@ public:
     BTree(Traits traits, Records records);
 
     std::uint64_t nodes() const { return 1 + leaves_ + indexNodes_.size() + mapNodes_; }
+    std::uint64_t bytes() const { return nodes() * traits_.nodeSize; }
     void write(const Sink &sink) const;
 
 private:

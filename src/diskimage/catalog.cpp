@@ -12,7 +12,6 @@ constexpr BTree::Traits catalogTraits{.nodeSize = 8192,
                                       .keyCompareType = 0xBC, // by the units' numbers: case matters
                                       .attributes = 6};       // long keys, also in index nodes
 
-enum RecordType : std::uint16_t { folderRecord = 1, fileRecord = 2, folderThread = 3, fileThread = 4 };
 constexpr std::uint16_t hasThread = 0x02;
 constexpr std::uint16_t hasFolderCount = 0x10;
 
@@ -25,7 +24,7 @@ Bytes catalogKey(std::uint32_t parent, const std::u16string &name) {
 Bytes threadData(const VolumeItem &item) {
     Bytes data;
     BigEndian(data)
-        .u16(S_ISDIR(item.numbers.mode) ? folderThread : fileThread)
+        .u16(S_ISDIR(item.numbers.mode) ? hfs::folderThread : hfs::fileThread)
         .u16(0)
         .u32(item.numbers.parent)
         .u16(item.name.size())
@@ -51,7 +50,7 @@ void appendMetadata(BigEndian to, const VolumeItem::Numbers &numbers) {
 
 Bytes folderData(const VolumeItem::Numbers &numbers) {
     Bytes data;
-    BigEndian(data).u16(folderRecord).u16(hasFolderCount).u32(numbers.children);
+    BigEndian(data).u16(hfs::folderRecord).u16(hasFolderCount).u32(numbers.children);
     appendMetadata(BigEndian(data), numbers);
     BigEndian(data).zeros(32).u32(0).u32(numbers.folders);
     return data;
@@ -59,7 +58,7 @@ Bytes folderData(const VolumeItem::Numbers &numbers) {
 
 Bytes fileData(const VolumeItem::Numbers &numbers, std::uint64_t firstContentBlock) {
     Bytes data;
-    BigEndian(data).u16(fileRecord).u16(hasThread).u32(0);
+    BigEndian(data).u16(hfs::fileRecord).u16(hasThread).u32(0);
     appendMetadata(BigEndian(data), numbers);
     BigEndian(data)
         .ascii(S_ISLNK(numbers.mode) ? std::string_view("slnkrhap") : std::string_view("\0\0\0\0\0\0\0\0", 8))

@@ -14,8 +14,8 @@ const char *const usage = R"(Usage:
   stowlark-hdiutil detach FOLDER [-quiet] [-force]
 
 Makes and unpacks disk images where there is no hdiutil. "attach" mounts nothing:
-it unpacks the image into the empty folder with 7z, and "detach" removes what
-"attach" put there. See stowlark-hdiutil(1).
+it unpacks the image into the empty folder, with 7z where it cannot read it by
+itself, and "detach" removes what "attach" put there. See stowlark-hdiutil(1).
 )";
 
 namespace {

@@ -1,5 +1,7 @@
 #include "diskimage/compressor.h"
 
+#include "diskimage/checksum.h"
+
 #include <algorithm>
 #include <cstring>
 #include <system_error>
@@ -17,10 +19,6 @@ std::size_t workersFor(Compression::Method method) {
     const std::size_t working = method == Compression::Method::bzip2 ? 7'600'000 : 270'000;
     const std::size_t each = working + 2 * Chunk::maxSize;
     return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, memoryBudget / each);
-}
-
-std::uint32_t crcOf(ByteSpan bytes) {
-    return static_cast<std::uint32_t>(::crc32_z(0, bytes.data(), bytes.size()));
 }
 
 bool isZero(ByteSpan bytes) {
@@ -46,15 +44,15 @@ std::size_t compress(Compression compression, ByteSpan plain, Bytes &packed) {
 void process(Compression compression, Chunk &chunk) {
     const ByteSpan plain = ByteSpan(chunk.plain).first(chunk.size);
     if (isZero(plain)) {
-        static const std::uint32_t zeroChunk = crcOf(Bytes(Chunk::maxSize));
+        static const std::uint32_t zeroChunk = crc32Of(Bytes(Chunk::maxSize));
         chunk.form = Chunk::Form::zeros;
-        chunk.checksum = chunk.size == Chunk::maxSize ? zeroChunk : crcOf(plain);
+        chunk.checksum = chunk.size == Chunk::maxSize ? zeroChunk : crc32Of(plain);
     } else {
         chunk.packedSize = compress(compression, plain, chunk.packed);
         chunk.form = chunk.packedSize > 0 ? Chunk::Form::compressed : Chunk::Form::plain;
-        chunk.checksum = crcOf(plain);
+        chunk.checksum = crc32Of(plain);
     }
-    chunk.storedChecksum = crcOf(chunk.stored());
+    chunk.storedChecksum = crc32Of(chunk.stored());
 }
 
 } // namespace

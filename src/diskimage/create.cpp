@@ -21,8 +21,8 @@ std::array<std::uint8_t, 16> freshUuid() {
 } // namespace
 
 void createImage(const CreateCommand &command) {
+    const SourceTree tree(command.sourceFolder); // before the image is there, should that be in it
     NewFile file(command.image);
-    const SourceTree tree(command.sourceFolder);
     const std::array<std::uint8_t, 16> volumeID = freshUuid();
     std::array<std::uint8_t, 8> shortID{};
     std::copy_n(volumeID.begin(), shortID.size(), shortID.begin());

@@ -1,11 +1,10 @@
 #include "diskimage/disk.h"
 
+#include "diskimage/checksum.h"
 #include "diskimage/udif_values.h"
 
 #include <algorithm>
 #include <limits>
-
-#include <zlib.h>
 
 namespace stowlark {
 namespace {
@@ -41,10 +40,6 @@ private:
     Bytes &bytes_;
 };
 
-std::uint32_t crcOf(ByteSpan bytes) {
-    return static_cast<std::uint32_t>(::crc32_z(0, bytes.data(), bytes.size()));
-}
-
 /// One partition of an old kind over the whole disk, so that old tools leave it alone.
 Bytes protectiveMasterBootRecord(std::uint64_t diskSectors) {
     Bytes sector(446);
@@ -78,9 +73,9 @@ Bytes tableHeader(std::uint64_t own, std::uint64_t other, std::uint64_t tableSec
     LittleEndian(header).u32(0x00010000).u32(size).u32(0).u32(0);
     LittleEndian(header).u64(own).u64(other).u64(firstUsableSector).u64(lastUsable);
     BigEndian(header).bytes(disk);
-    LittleEndian(header).u64(tableSector).u32(entryCount).u32(entrySize).u32(crcOf(table));
+    LittleEndian(header).u64(tableSector).u32(entryCount).u32(entrySize).u32(crc32Of(table));
     Bytes checksum;
-    LittleEndian(checksum).u32(crcOf(header));
+    LittleEndian(checksum).u32(crc32Of(header));
     std::ranges::copy(checksum, header.begin() + checksumOffset);
     header.resize(sectorSize);
     return header;

@@ -1,15 +1,15 @@
 #include "diskimage/hfs_reader.h"
 
+#include "diskimage/hfs_values.h"
+
 #include <algorithm>
 #include <bit>
-
-#include <sys/stat.h>
 
 namespace stowlark {
 namespace {
 
-constexpr std::uint64_t largestCatalog = std::uint64_t(1) << 31; ///< bytes
-constexpr std::uint64_t headerOffset = 1024;                     ///< bytes
+constexpr std::uint64_t largestCatalog = 256 << 20; ///< bytes; it is read whole
+constexpr std::uint64_t headerOffset = 1024;        ///< bytes
 constexpr std::size_t descriptorSize = 14;
 constexpr std::uint8_t leafNode = 0xFF;
 constexpr std::uint8_t compressedByFileSystem = 0x20; ///< among the owner's flags
@@ -54,24 +54,23 @@ struct ForkRecord {
 HfsReader::HfsReader(UdifReader &image, UdifReader::Partition partition)
     : image_(image)
     , partition_(partition) {
-    readHeader();
-    readCatalog();
+    readCatalog(readHeader());
     resolveLinks();
 }
 
 bool HfsReader::isVolume(UdifReader &image, UdifReader::Partition partition) {
-    if (partition.size < 2 * headerOffset) {
+    if (partition.size < 2 * hfs::headerOffset) {
         return false;
     }
     Bytes start(4);
-    image.read(partition.offset + headerOffset, start);
+    image.read(partition.offset + hfs::headerOffset, start);
     const std::uint32_t signatureAndVersion = BigEndianReader(start).u32();
     return signatureAndVersion == 0x482B0004 || signatureAndVersion == 0x48580005; // H+ 4, HX 5
 }
 
-void HfsReader::readHeader() {
-    Bytes header(512);
-    image_.read(partition_.offset + headerOffset, header);
+HfsReader::CatalogFork HfsReader::readHeader() {
+    Bytes header(hfs::headerSize);
+    image_.read(partition_.offset + hfs::headerOffset, header);
     BigEndianReader from(header);
     blockSize_ = from.skip(40).u32();
     totalBlocks_ = from.u32();
@@ -79,51 +78,60 @@ void HfsReader::readHeader() {
         throw ImageError::damaged();
     }
     const ForkRecord catalog(from.skip(64 + 80 + 80), totalBlocks_, blockSize_);
-    catalog_ = catalog.extents;
-    catalogSize_ = catalog.size;
+    return {catalog.size, catalog.extents};
 }
 
-/// Goes along the leaves, which hold all records.
-void HfsReader::readCatalog() {
-    Bytes start(descriptorSize + 106);
-    read(catalog_, 0, start);
-    BigEndianReader from(start);
-    std::uint64_t number = from.skip(descriptorSize + 10).u32();
-    const std::size_t nodeSize = from.skip(4).u16();
-    if (!std::has_single_bit(nodeSize) || nodeSize < 512 || catalogSize_ > largestCatalog) {
+/// Goes along the leaves, which hold all records. No node is gone to twice, so the records are no more than
+/// the catalog has room for.
+void HfsReader::readCatalog(const CatalogFork &fork) {
+    if (fork.size > largestCatalog) {
+        throw UnsupportedImage();
+    }
+    Bytes catalog(fork.size);
+    read(fork.extents, catalog);
+    BigEndianReader header(catalog);
+    std::uint64_t number = header.skip(hfs::nodeDescriptorSize + 10).u32();
+    const std::size_t nodeSize = header.skip(4).u16();
+    if (!std::has_single_bit(nodeSize) || nodeSize < 512) {
         throw ImageError::damaged();
     }
-    Bytes node(nodeSize);
-    std::uint64_t left = catalogSize_ / nodeSize;
-    for (; number != 0; --left) {
-        if (left == 0) {
-            throw ImageError::damaged(); // it goes round
+    for (std::vector<bool> seen(catalog.size() / nodeSize); number != 0;) {
+        if (number >= seen.size() || seen[number]) {
+            throw ImageError::damaged();
         }
-        read(catalog_, number * nodeSize, node);
+        seen[number] = true;
+        const ByteSpan node = ByteSpan(catalog).subspan(number * nodeSize, nodeSize);
         BigEndianReader descriptor(node);
         number = descriptor.u32();
-        if (descriptor.skip(4).u8() != leafNode) {
+        if (descriptor.skip(4).u8() != hfs::leafNode) {
             throw ImageError::damaged();
         }
         readLeaf(node, descriptor.skip(1).u16());
     }
 }
 
+/// Where the records begin is told from the end of the node on.
 void HfsReader::readLeaf(ByteSpan node, std::uint64_t records) {
-    if (2 * records > node.size()) {
+    if (2 * (records + 1) > node.size()) {
         throw ImageError::damaged();
     }
-    BigEndianReader offsets(node.last(2 * records));
+    const auto offset = [node](std::uint64_t record) {
+        return BigEndianReader(node.subspan(node.size() - 2 * (record + 1))).u16();
+    };
     for (std::uint64_t i = 0; i < records; ++i) {
-        BigEndianReader from(node);
-        from.skip(offsets.u16());
+        const std::uint16_t begin = offset(i);
+        const std::uint16_t end = offset(i + 1);
+        if (begin < hfs::nodeDescriptorSize || begin >= end || end > node.size()) {
+            throw ImageError::damaged();
+        }
+        BigEndianReader from(node.subspan(begin, end - begin));
         const std::uint16_t keyLength = from.u16();
         BigEndianReader key(from.take(keyLength));
         const std::uint32_t parent = key.u32();
         std::u16string name = key.utf16(key.u16());
         const std::uint16_t type = from.u16();
-        if (type == 1 || type == 2) {
-            addItem(parent, std::move(name), from, type == 1);
+        if (type == hfs::folderRecord || type == hfs::fileRecord) {
+            addItem(parent, std::move(name), from, type == hfs::folderRecord);
         }
     }
 }
@@ -138,9 +146,7 @@ void HfsReader::addItem(std::uint32_t parent, std::u16string name, BigEndianRead
     item.mode = from.u16();
     const std::uint32_t special = from.u32();
     const std::uint32_t finderType = from.u32();
-    if (isFolder) {
-        item.mode = S_IFDIR | (item.mode & 07777);
-    } else {
+    if (!isFolder) {
         const ForkRecord contents(from.skip(36), totalBlocks_, blockSize_);
         item.size = contents.size;
         item.extents = contents.extents;
@@ -157,7 +163,7 @@ void HfsReader::addItem(std::uint32_t parent, std::u16string name, BigEndianRead
 
 /// Puts the contents that hard links stand for in their place, and takes out where those are kept.
 void HfsReader::resolveLinks() {
-    std::vector<Item> &top = items_[rootID];
+    std::vector<Item> &top = items_[hfs::rootFolder];
     const auto kept = std::ranges::find(top, linkedContentsFolder, &Item::name);
     std::map<std::u16string, const Item *> contents;
     if (kept != top.end()) {
@@ -185,8 +191,10 @@ const std::vector<HfsReader::Item> &HfsReader::children(std::uint32_t folder) co
     return found == items_.end() ? none : found->second;
 }
 
-void HfsReader::readContents(const Item &file, const Data &data) {
-    Bytes piece(std::min<std::uint64_t>(file.size, pieceSize));
+/// Calls `use` for each stretch of a file that is stored: where it is on the disk and in the file, its
+/// length.
+template <typename Use>
+void HfsReader::forEachStretch(const Item &file, Use use) const {
     std::uint64_t offset = 0;
     for (const Extent &extent : file.extents) {
         std::uint64_t at = diskOffset(extent);
@@ -194,9 +202,8 @@ void HfsReader::readContents(const Item &file, const Data &data) {
         while (left > 0) {
             std::uint64_t count = std::min(image_.zerosAt(at), left);
             if (count == 0) {
-                count = std::min<std::uint64_t>(left, piece.size());
-                image_.read(at, std::span(piece).first(count));
-                data(offset, ByteSpan(piece).first(count));
+                count = std::min<std::uint64_t>(left, pieceSize);
+                use(at, offset, count);
             }
             at += count;
             offset += count;
@@ -205,18 +212,30 @@ void HfsReader::readContents(const Item &file, const Data &data) {
     }
 }
 
-void HfsReader::read(const std::array<Extent, 8> &extents, std::uint64_t offset, std::span<std::uint8_t> to) {
-    for (const Extent &extent : extents) {
-        const std::uint64_t size = extent.count * blockSize_;
-        const std::size_t count = offset < size ? std::min<std::uint64_t>(size - offset, to.size()) : 0;
-        image_.read(diskOffset(extent) + offset, to.first(count));
-        offset -= count > 0 ? offset : size;
-        to = to.subspan(count);
-        if (to.empty()) {
-            return;
+void HfsReader::readContents(const Item &file, const Data &data) {
+    Bytes piece(std::min<std::uint64_t>(file.size, pieceSize));
+    forEachStretch(file, [&](std::uint64_t at, std::uint64_t offset, std::uint64_t count) {
+        image_.read(at, std::span(piece).first(count));
+        data(offset, ByteSpan(piece).first(count));
+    });
+}
+
+std::uint64_t HfsReader::storedBytes() const {
+    std::uint64_t total = 0;
+    for (const auto &[folder, items] : items_) {
+        for (const Item &item : items) {
+            forEachStretch(item, [&](std::uint64_t, std::uint64_t, std::uint64_t count) { total += count; });
         }
     }
-    throw ImageError::damaged();
+    return total;
+}
+
+void HfsReader::read(const std::array<Extent, 8> &extents, std::span<std::uint8_t> to) {
+    for (const Extent &extent : extents) {
+        const std::size_t count = std::min<std::uint64_t>(extent.count * blockSize_, to.size());
+        image_.read(diskOffset(extent), to.first(count));
+        to = to.subspan(count);
+    }
 }
 
 std::uint64_t HfsReader::diskOffset(const Extent &extent) const {

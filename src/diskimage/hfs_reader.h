@@ -33,10 +33,12 @@ public:
     /// Whether the partition holds an HFS+ volume.
     static bool isVolume(UdifReader &image, UdifReader::Partition partition);
 
-    static constexpr std::uint32_t rootID = 2;
     /// What a folder holds, in the order of the catalog; what the file system keeps for itself is left out.
     /// Of a hard link, what it stands for, under the link's name.
     const std::vector<Item> &children(std::uint32_t folder) const;
+
+    /// What the contents of all files come to, without those zeros that the image does not store.
+    std::uint64_t storedBytes() const;
 
     /// Calls `data` for the contents, front to back; what it leaves out are zeros.
     using Data = std::function<void(std::uint64_t offset, ByteSpan bytes)>;
@@ -49,20 +51,25 @@ private:
         std::uint32_t number; ///< of its contents
     };
 
-    void readHeader();
-    void readCatalog();
+    struct CatalogFork {
+        std::uint64_t size; ///< bytes
+        std::array<Extent, 8> extents;
+    };
+
+    CatalogFork readHeader();
+    void readCatalog(const CatalogFork &fork);
     void readLeaf(ByteSpan node, std::uint64_t records);
     void resolveLinks();
     void addItem(std::uint32_t parent, std::u16string name, BigEndianReader from, bool isFolder);
-    void read(const std::array<Extent, 8> &extents, std::uint64_t offset, std::span<std::uint8_t> to);
+    void read(const std::array<Extent, 8> &extents, std::span<std::uint8_t> to);
+    template <typename Use>
+    void forEachStretch(const Item &file, Use use) const;
     std::uint64_t diskOffset(const Extent &extent) const;
 
     UdifReader &image_;
     UdifReader::Partition partition_;
     std::uint64_t blockSize_ = 0; ///< bytes
     std::uint32_t totalBlocks_ = 0;
-    std::array<Extent, 8> catalog_{};
-    std::uint64_t catalogSize_ = 0;                    ///< bytes
     std::map<std::uint32_t, std::vector<Item>> items_; ///< by the folder that holds them
     std::vector<HardLink> links_;
 };

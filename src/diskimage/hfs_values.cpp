@@ -44,7 +44,7 @@ QString normalized(const QString &text, QString::NormalizationForm form) {
 
 std::u16string hfsName(const std::string &name) {
     std::u16string stored;
-    if (std::ranges::all_of(name, [](char byte) { return byte > 0; })) {
+    if (std::ranges::all_of(name, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
         stored.assign(name.begin(), name.end());
     } else {
         QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);

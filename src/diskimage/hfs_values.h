@@ -7,6 +7,19 @@
 
 namespace stowlark {
 
+/// What the format of HFS+ volumes fixes.
+namespace hfs {
+
+constexpr std::size_t headerOffset = 1024;     ///< of the volume header, bytes
+constexpr std::size_t headerSize = 512;        ///< bytes
+constexpr std::size_t nodeDescriptorSize = 14; ///< bytes
+constexpr std::uint32_t rootFolder = 2;        ///< its ID
+constexpr std::uint32_t firstUserID = 16;
+enum NodeKind : std::uint8_t { leafNode = 0xFF, indexNode = 0, headerNode = 1, mapNode = 2 };
+enum RecordType : std::uint16_t { folderRecord = 1, fileRecord = 2, folderThread = 3, fileThread = 4 };
+
+} // namespace hfs
+
 /// A file's name as a volume stores it: decomposed as of Unicode 3.2, with ":" and "/" exchanged. Throws
 /// ImageError if it is no UTF-8 or longer than 255 units.
 std::u16string hfsName(const std::string &name);

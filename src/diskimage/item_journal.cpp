@@ -20,8 +20,8 @@ struct Head {
     std::uint64_t pathBytes;
 };
 
-[[noreturn]] void fail() {
-    throw PlatformError(PlatformError::Action::write, "list of items", errno);
+[[noreturn]] void fail(PlatformError::Action action = PlatformError::Action::write) {
+    throw PlatformError(action, "list of items", errno);
 }
 
 /// A stream of its own on an open file.
@@ -40,8 +40,9 @@ void write(std::FILE *file, const void *bytes, std::size_t count) {
 }
 
 void read(std::FILE *file, void *bytes, std::size_t count) {
+    errno = EIO; // where it ends too early, nothing sets it
     if (std::fread(bytes, 1, count, file) != count) {
-        fail();
+        fail(PlatformError::Action::read);
     }
 }
 

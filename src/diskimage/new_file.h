@@ -7,7 +7,7 @@
 namespace stowlark {
 
 /// A file that is written beside its place and gets its name when it is whole. Where the file system can, it
-/// has no name until then, so that nothing is left however the program ends.
+/// has no name until then, and nothing is left of it if the program is killed.
 class NewFile {
 public:
     /// Throws PlatformError, as the others do.

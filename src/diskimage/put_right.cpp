@@ -30,9 +30,9 @@ void setDates(const Path &item, const struct stat &info) {
 
 void takePrefixOffTarget(const Path &link, const std::string &prefix, const struct stat &info) {
     const std::string target = std::filesystem::read_symlink(link).native();
-    if (target.starts_with(prefix + '/')) {
+    if (target == prefix || target.starts_with(prefix + '/')) {
         std::filesystem::remove(link);
-        std::filesystem::create_symlink(target.substr(prefix.size()), link);
+        std::filesystem::create_symlink(target == prefix ? "/" : target.substr(prefix.size()), link);
         setDates(link, info);
     }
 }

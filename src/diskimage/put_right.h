@@ -4,7 +4,7 @@
 
 namespace stowlark {
 
-/// Puts right what 7-Zip changes in what it unpacked into `folder`, an absolute path: names become composed
+/// Puts right what 7-Zip changes in what it unpacked into `folder`, a canonical path: names become composed
 /// again, and absolute targets of links lose the `folder` that they were put under. Throws PlatformError.
 void putRight(const Path &folder);
 

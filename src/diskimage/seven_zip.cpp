@@ -1,5 +1,6 @@
 #include "diskimage/seven_zip.h"
 
+#include "diskimage/free_space.h"
 #include "diskimage/image_error.h"
 #include "diskimage/put_right.h"
 #include "foundation/child_process.h"
@@ -17,7 +18,6 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 
 namespace stowlark {
 namespace {
@@ -36,11 +36,14 @@ Path findSevenZip() {
         QStringLiteral("This kind of disk image can only be unpacked with 7z, which isn’t installed."));
 }
 
-/// Runs 7-Zip on an image. Returns what it wrote; throws an ImageError with the errors in that if it fails.
-QString run(const Path &tool, std::vector<std::string> arguments, const Path &image) {
-    arguments.push_back(image.native());
+/// Runs 7-Zip on an image, in a folder. Returns what it wrote; throws an ImageError with the errors in that
+/// if it fails.
+QString run(const Path &tool, std::vector<std::string> arguments, const Path &image, const Path &folder) {
+    // Names mean themselves, not patterns. That is also why the folder to unpack into is the working one.
+    arguments.insert(arguments.end(), {"-spd", image.native()});
     const Descriptor output = unlinkedTemporaryFile(O_APPEND);
-    const bool succeeded = runChildInto({.tool = tool, .arguments = std::move(arguments)}, output.get());
+    const bool succeeded = runChildInto(
+        {.tool = tool, .arguments = std::move(arguments), .workingDirectory = folder}, output.get());
     const QString text = QString::fromUtf8(wholeContents(output.get())).trimmed();
     if (!succeeded) {
         static const QRegularExpression emptyLines(QStringLiteral("\n\\s*\n"));
@@ -58,8 +61,8 @@ struct Listing {
     std::optional<std::uint64_t> size; ///< of all files, bytes
 };
 
-Listing list(const Path &tool, const Path &image) {
-    const QString text = run(tool, {"l", "-bd"}, image);
+Listing list(const Path &tool, const Path &image, const Path &folder) {
+    const QString text = run(tool, {"l", "-bd"}, image, folder);
     const qsizetype table = text.indexOf(u"\n   Date      Time");
     Listing listing;
     static const QRegularExpression type(QStringLiteral("^Type = (.+)$"),
@@ -67,20 +70,12 @@ Listing list(const Path &tool, const Path &image) {
     for (auto at = type.globalMatch(text.left(table)); at.hasNext();) {
         listing.kind = at.next().captured(1);
     }
-    static const QRegularExpression total(
-        QStringLiteral("\\s(\\d+)\\s+\\d*\\s+\\d+ files(, \\d+ folders)?$"));
-    if (const auto match = total.match(text); match.hasMatch()) {
-        listing.size = match.captured(1).toULongLong();
+    static const QRegularExpression total(QStringLiteral("\\s(\\d+)\\s+\\d*\\s+\\d+ files(, \\d+ folders)?$"),
+                                          QRegularExpression::MultilineOption);
+    for (auto at = total.globalMatch(text); at.hasNext();) { // the last one; names may look like it
+        listing.size = at.next().captured(1).toULongLong();
     }
     return listing;
-}
-
-void checkSpace(const Listing &listing, const Path &folder) {
-    struct statvfs info {};
-    if (listing.size && ::statvfs(folder.c_str(), &info) == 0 &&
-        *listing.size / info.f_frsize >= info.f_bavail) {
-        throw ImageError(QStringLiteral("There isn’t enough space to unpack the disk image."));
-    }
 }
 
 bool isFolder(const Path &path) {
@@ -119,46 +114,47 @@ void takeVolumeOutOfItsFolder(const Path &folder) {
     }
 }
 
-void unpack(const Path &tool, const Path &image, const Path &folder);
+/// Unpacks an image, or a partition that came out of one, and puts right what 7-Zip changed. Returns false if
+/// it was no volume but a disk, of which the partitions are now there.
+bool unpackVolume(const Path &tool, const Path &image, const Path &folder) {
+    const Listing listing = list(tool, image, folder);
+    requireSpace(listing.size.value_or(0), folder);
+    run(tool, {"x", "-y", "-bd", "-bso0", "-snld20", "-sns-", "-xr!.fseventsd", "-xr!.Trashes"}, image,
+        folder);
+    putRight(folder);
+    if (listing.kind == u"HFS") {
+        takeVolumeOutOfItsFolder(folder);
+    }
+    return listing.kind == u"HFS" || listing.kind == u"APFS";
+}
 
 /// 7-Zip leaves the volumes of a disk with several partitions packed: "1.name.hfsx". Unpacks them, into a
 /// folder each if there are several, and drops the other partitions.
-void unpackVolumes(const Path &tool, const Path &folder) {
-    static const QRegularExpression volume(QStringLiteral("^\\d+\\.(.*\\.)?(hfs|hfsx|apfs)$"));
+void unpackPartitions(const Path &tool, const Path &folder) {
+    static const QRegularExpression volumeName(QStringLiteral("^\\d+\\.(.*\\.)?(hfs|hfsx|apfs)$"));
     std::vector<std::string> volumes;
     for (std::string &name : namesIn(folder)) {
-        if (!isFolder(folder / name) && volume.match(displayText(name)).hasMatch()) {
+        if (!isFolder(folder / name) && volumeName.match(displayText(name)).hasMatch()) {
             volumes.push_back(std::move(name));
         } else {
             removeItem(folder / name);
         }
     }
-    if (volumes.empty()) {
-        throw ImageError(QStringLiteral("The disk image holds no volume that can be unpacked here."));
-    }
     for (const std::string &name : volumes) {
-        const Path into = folder / deletingPathExtension(name);
+        const Path into = folder / ".stowlark-volume";
         std::filesystem::create_directory(into);
-        unpack(tool, folder / name, into);
+        if (!unpackVolume(tool, folder / name, into)) {
+            throw ImageError::damaged();
+        }
         std::filesystem::remove(folder / name);
         if (volumes.size() == 1) {
             moveUp(into, folder);
+        } else {
+            std::filesystem::rename(into, folder / deletingPathExtension(name));
         }
     }
-}
-
-void unpack(const Path &tool, const Path &image, const Path &folder) {
-    const Listing listing = list(tool, image);
-    checkSpace(listing, folder);
-    run(tool,
-        {"x", "-y", "-bd", "-bso0", "-snld20", "-sns-", "-xr!.fseventsd", "-xr!.Trashes",
-         "-o" + folder.native()},
-        image);
-    putRight(folder);
-    if (listing.kind == u"HFS") {
-        takeVolumeOutOfItsFolder(folder);
-    } else if (listing.kind != u"APFS") {
-        unpackVolumes(tool, folder);
+    if (volumes.empty()) {
+        throw ImageError(QStringLiteral("The disk image holds no volume that can be unpacked here."));
     }
 }
 
@@ -166,9 +162,11 @@ void unpack(const Path &tool, const Path &image, const Path &folder) {
 
 AttachedItems unpackWithSevenZip(const Path &image, const Path &folder) {
     const Path tool = findSevenZip();
-    const Path aside = std::filesystem::absolute(folder) / ".stowlark-unpacking";
+    const Path aside = std::filesystem::canonical(folder) / ".stowlark-unpacking";
     std::filesystem::create_directory(aside);
-    unpack(tool, std::filesystem::absolute(image), aside);
+    if (!unpackVolume(tool, std::filesystem::absolute(image), aside)) {
+        unpackPartitions(tool, aside);
+    }
     moveUp(aside, folder);
     return everythingIn(folder);
 }

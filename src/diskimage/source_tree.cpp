@@ -1,6 +1,5 @@
 #include "diskimage/source_tree.h"
 
-#include "diskimage/hfs_values.h"
 #include "diskimage/image_error.h"
 #include "foundation/errors.h"
 
@@ -18,43 +17,65 @@ namespace {
 
 using Action = PlatformError::Action;
 
-/// Opens the folder that holds the item at `path`, in steps where the path is longer than the system takes at
-/// once, and cuts `path` down to what is left of it: a path relative to that folder. `folder` if it is short.
-Descriptor openLongParent(int folder, std::string_view &path) {
-    Descriptor reached;
-    while (path.size() >= PATH_MAX) {
-        const auto slash = path.rfind('/', PATH_MAX - 1);
-        reached = openFolder(reached ? reached.get() : folder, std::string(path.substr(0, slash)).c_str());
-        if (!reached) {
-            break;
+/// The name of a folder's entry, and how the volume stores it where that is more than other bytes.
+struct Name {
+    std::string file;
+    std::u16string stored; ///< empty if the name is plain ASCII, to save memory
+
+    explicit Name(std::string name)
+        : file(std::move(name)) {
+        if (std::u16string whole = hfsName(file); !std::ranges::equal(whole, file)) {
+            stored = std::move(whole);
         }
-        path.remove_prefix(slash + 1);
     }
-    return reached;
+    std::size_t size() const { return stored.empty() ? file.size() : stored.size(); }
+    char16_t at(std::size_t i) const {
+        return stored.empty() ? static_cast<unsigned char>(file[i]) : stored[i];
+    }
+    std::u16string whole() const {
+        return stored.empty() ? std::u16string(file.begin(), file.end()) : stored;
+    }
+};
+
+int compare(const Name &one, const Name &other) {
+    const std::size_t both = std::min(one.size(), other.size());
+    for (std::size_t i = 0; i < both; ++i) {
+        if (one.at(i) != other.at(i)) {
+            return one.at(i) < other.at(i) ? -1 : 1;
+        }
+    }
+    return one.size() == other.size() ? 0 : one.size() < other.size() ? -1 : 1;
 }
 
-/// What the entries of a folder will be called in the volume, and are called here, sorted by the former.
-using Names = std::vector<std::pair<std::u16string, std::string>>;
-
-Names sortedNames(int folder, const Path &path) {
+std::vector<Name> sortedNames(int folder, const Path &path) {
     std::vector<FolderEntry> entries;
     if (const int error = readFolder(folder, entries)) {
         throw PlatformError(Action::openFolder, path, error);
     }
-    Names names;
+    std::vector<Name> names;
     names.reserve(entries.size());
     for (FolderEntry &entry : entries) {
-        names.emplace_back(hfsName(entry.name), std::move(entry.name));
+        names.emplace_back(std::move(entry.name));
     }
-    std::ranges::sort(names);
-    const auto twin = std::ranges::adjacent_find(names, {}, &Names::value_type::first);
+    std::ranges::sort(names, [](const Name &a, const Name &b) { return compare(a, b) < 0; });
+    const auto twin =
+        std::ranges::adjacent_find(names, [](const Name &a, const Name &b) { return compare(a, b) == 0; });
     if (twin != names.end()) {
         throw ImageError(
             QStringLiteral("A disk image can’t hold both of the items named “%1” in the folder “%2”, "
                            "which differ only in how their letters are composed.")
-                .arg(displayText(twin->second), displayText(lastPathComponent(path))));
+                .arg(displayText(twin->file), displayText(lastPathComponent(path))));
     }
     return names;
+}
+
+/// The folder that holds an item, and its name there.
+std::pair<Descriptor, std::string> parentAndName(int root, const std::string &path) {
+    const auto slash = path.rfind('/');
+    if (slash == std::string::npos) {
+        return {openFolder(root, "."), path};
+    }
+    return {openFolderBelow(root, std::string_view(path).substr(0, slash)), path.substr(slash + 1)};
 }
 
 } // namespace
@@ -66,8 +87,8 @@ SourceTree::SourceTree(const Path &folder)
     if (!opened_ || ::fstat(opened_.get(), &info) != 0) {
         throw PlatformError(Action::openFolder, folder, errno);
     }
-    root_.numbers = {.id = rootFolderID,
-                     .parent = rootFolderID - 1,
+    root_.numbers = {.id = hfs::rootFolder,
+                     .parent = hfs::rootFolder - 1,
                      .mode = S_IFDIR | 0755, // a staging folder is this user's alone, a volume everybody's
                      .owner = info.st_uid,
                      .group = info.st_gid,
@@ -84,19 +105,17 @@ SourceTree::SourceTree(const Path &folder)
 }
 
 Descriptor SourceTree::open(const VolumeItem &item) const {
-    std::string_view rest = item.path;
-    const Descriptor parent = openLongParent(opened_.get(), rest);
+    const auto [parent, name] = parentAndName(opened_.get(), item.path);
     // Not blocking, should a FIFO have taken the file's place.
-    return Descriptor(::openat(parent ? parent.get() : opened_.get(), std::string(rest).c_str(),
-                               O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    return Descriptor(
+        parent ? ::openat(parent.get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC) : -1);
 }
 
 std::string SourceTree::linkTarget(const VolumeItem &item) const {
-    std::string_view rest = item.path;
-    const Descriptor parent = openLongParent(opened_.get(), rest);
+    const auto [parent, name] = parentAndName(opened_.get(), item.path);
     std::string target(PATH_MAX, '\0');
-    const ssize_t length = ::readlinkat(parent ? parent.get() : opened_.get(), std::string(rest).c_str(),
-                                        target.data(), target.size());
+    const ssize_t length =
+        parent ? ::readlinkat(parent.get(), name.c_str(), target.data(), target.size()) : -1;
     target.resize(static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
     return target;
 }
@@ -106,8 +125,8 @@ void SourceTree::addChildren(VolumeItem &parent) {
     if (!folder) {
         throw PlatformError(Action::openFolder, fullPath(parent), errno);
     }
-    for (auto &[name, fileName] : sortedNames(folder.get(), fullPath(parent))) {
-        const VolumeItem item = makeItem(folder.get(), parent, std::move(name), fileName);
+    for (const Name &name : sortedNames(folder.get(), fullPath(parent))) {
+        const VolumeItem item = makeItem(folder.get(), parent, name.whole(), name.file);
         const bool isFolder = S_ISDIR(item.numbers.mode);
         ++(isFolder ? folders_ : files_);
         parent.numbers.folders += isFolder ? 1 : 0;
@@ -119,7 +138,7 @@ void SourceTree::addChildren(VolumeItem &parent) {
 VolumeItem SourceTree::makeItem(int folder, const VolumeItem &parent, std::u16string name,
                                 const std::string &fileName) {
     VolumeItem item;
-    item.path = parent.numbers.id == rootFolderID ? fileName : parent.path + '/' + fileName;
+    item.path = parent.numbers.id == hfs::rootFolder ? fileName : parent.path + '/' + fileName;
     item.name = std::move(name);
     struct stat info {};
     if (::fstatat(folder, fileName.c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0) {

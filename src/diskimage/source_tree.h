@@ -1,12 +1,11 @@
 #pragma once
 
+#include "diskimage/hfs_values.h"
 #include "diskimage/item_journal.h"
 #include "foundation/path_name.h"
 
 namespace stowlark {
 
-constexpr std::uint32_t rootFolderID = 2;
-constexpr std::uint32_t firstUserID = 16;
 constexpr std::uint64_t allocationBlock = 4096; ///< bytes
 
 constexpr std::uint64_t blocksFor(std::uint64_t bytes) {
@@ -46,7 +45,7 @@ private:
     VolumeItem root_;
     std::uint32_t files_ = 0;
     std::uint32_t folders_ = 0;
-    std::uint32_t nextID_ = firstUserID;
+    std::uint32_t nextID_ = hfs::firstUserID;
     std::uint64_t contentBlocks_ = 0;
 };
 

@@ -68,7 +68,10 @@ UdifReader::UdifReader(const Path &image)
     }
     fileSize_ = static_cast<std::uint64_t>(info.st_size);
     Bytes trailer(udif::trailerSize);
-    if (!S_ISREG(info.st_mode) || fileSize_ < trailer.size()) {
+    if (!S_ISREG(info.st_mode)) {
+        throw PlatformError(PlatformError::Action::open, image, QStringLiteral("it isn’t a disk image"));
+    }
+    if (fileSize_ < trailer.size()) {
         throw UnsupportedImage();
     }
     readFile(fileSize_ - trailer.size(), trailer);

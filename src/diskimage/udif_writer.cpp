@@ -1,5 +1,6 @@
 #include "diskimage/udif_writer.h"
 
+#include "diskimage/checksum.h"
 #include "diskimage/udif_values.h"
 
 #include <QByteArray>
@@ -157,7 +158,7 @@ Bytes UdifWriter::trailer(std::uint64_t propertyListOffset) const {
     to.u64(0).u64(0).u64(dataLength_).u64(0).u64(0).u32(1).u32(1).bytes(uuid_);
     appendChecksum(to, dataChecksum_);
     to.u64(propertyListOffset).u64(file_.size() - propertyListOffset).zeros(120);
-    appendChecksum(to, static_cast<std::uint32_t>(::crc32_z(0, checksums.data(), checksums.size())));
+    appendChecksum(to, crc32Of(checksums));
     to.u32(1).u64(last.firstSector + last.sectors).zeros(12);
     return trailer;
 }

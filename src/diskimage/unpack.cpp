@@ -1,7 +1,9 @@
 #include "diskimage/unpack.h"
 
+#include "diskimage/free_space.h"
 #include "diskimage/hfs_reader.h"
 #include "diskimage/hfs_values.h"
+#include "foundation/descriptor.h"
 #include "foundation/errors.h"
 
 #include <cerrno>
@@ -17,43 +19,27 @@ namespace {
 
 using Action = PlatformError::Action;
 
-/// Writes below one folder, by paths relative to it. The names on these paths are those of folders that it
-/// made itself, so they lead nowhere else.
+/// Writes below one folder, following no link.
 class Unpacking {
 public:
     Unpacking(HfsReader &volume, const Path &folder)
         : volume_(volume)
-        , folder_(folder)
-        , opened_(openFolder(AT_FDCWD, folder.c_str())) {
-        if (!opened_) {
-            throw PlatformError(Action::openFolder, folder, errno);
-        }
+        , path_(folder)
+        , root_(openFolder(AT_FDCWD, folder.c_str())) {
+        check(root_.get(), {});
     }
 
     AttachedItems run() {
-        AttachedItems made;
-        std::vector<Folder> folders{{.id = HfsReader::rootID, .path = {}}};
-        for (std::size_t next = 0; next < folders.size(); ++next) {
-            const Folder parent = folders[next];
-            if (!seen_.insert(parent.id).second) {
-                throw ImageError::damaged();
-            }
-            for (const HfsReader::Item &item : volume_.children(parent.id)) {
-                const std::string path = parent.path + fileName(item.name);
-                made.push_back(item.isFolder ? path + '/' : path);
-                if (item.isFolder) {
-                    check(::mkdirat(opened_.get(), path.c_str(), 0700), path);
-                    folders.push_back({item.id, path + '/', item.mode, item.modified});
-                } else {
-                    S_ISLNK(item.mode) ? makeLink(item, path) : makeFile(item, path);
-                }
-            }
+        folders_.push_back({.id = hfs::rootFolder, .path = {}});
+        for (std::size_t next = 0; next < folders_.size(); ++next) {
+            unpackFolder(Folder(folders_[next])); // the list grows meanwhile
         }
-        for (auto at = folders.rbegin(); at + 1 != folders.rend(); ++at) {
-            check(::fchmodat(opened_.get(), at->path.c_str(), at->mode & permissions, 0), at->path);
-            setDate(at->modified, at->path);
+        for (auto at = folders_.rbegin(); at + 1 != folders_.rend(); ++at) {
+            const Descriptor folder = open(at->path);
+            check(::fchmod(folder.get(), permissions(at->mode, 0755)), at->path);
+            setDate(folder.get(), at->modified, at->path);
         }
-        return made;
+        return std::move(made_);
     }
 
 private:
@@ -64,22 +50,48 @@ private:
         std::uint32_t modified = 0;
     };
 
-    /// Nothing runs with another user's rights because an image says so.
-    static constexpr mode_t permissions = 0777;
-
-    void check(int result, const std::string &path) const {
-        if (result < 0) {
-            throw PlatformError(Action::write, folder_ / path, errno);
+    void unpackFolder(const Folder &folder) {
+        if (!seen_.insert(folder.id).second) {
+            throw ImageError::damaged();
+        }
+        const Descriptor opened = open(folder.path);
+        for (const HfsReader::Item &item : volume_.children(folder.id)) {
+            const std::string name = fileName(item.name);
+            const std::string path = folder.path + name;
+            made_.push_back(item.isFolder ? path + '/' : path);
+            if (item.isFolder) {
+                check(::mkdirat(opened.get(), name.c_str(), 0700), path);
+                folders_.push_back({item.id, made_.back(), item.mode, item.modified});
+            } else if (S_ISLNK(item.mode)) {
+                makeLink(item, opened.get(), name, path);
+            } else {
+                makeFile(item, opened.get(), name, path);
+            }
         }
     }
 
-    void setDate(std::uint32_t hfsDate, const std::string &path) const {
-        const timespec date{static_cast<time_t>(unixSeconds(hfsDate)), 0};
-        const timespec dates[]{date, date};
-        check(::utimensat(opened_.get(), path.c_str(), dates, AT_SYMLINK_NOFOLLOW), path);
+    /// Nothing runs with another user's rights because an image says so.
+    static mode_t permissions(std::uint16_t mode, mode_t ifNone) { return mode == 0 ? ifNone : mode & 0777; }
+
+    void check(int result, const std::string &path) const {
+        if (result < 0) {
+            throw PlatformError(Action::write, path_ / path, errno);
+        }
     }
 
-    void makeLink(const HfsReader::Item &item, const std::string &path) {
+    Descriptor open(const std::string &path) const {
+        Descriptor folder = openFolderBelow(root_.get(), path.empty() ? "." : path);
+        check(folder.get(), path);
+        return folder;
+    }
+
+    void setDate(int file, std::uint32_t hfsDate, const std::string &path) const {
+        const timespec date{static_cast<time_t>(unixSeconds(hfsDate)), 0};
+        const timespec dates[]{date, date};
+        check(::futimens(file, dates), path);
+    }
+
+    void makeLink(const HfsReader::Item &item, int folder, const std::string &name, const std::string &path) {
         if (item.size >= PATH_MAX) {
             throw ImageError::damaged();
         }
@@ -90,13 +102,15 @@ private:
         if (target.empty() || target.find('\0') != std::string::npos) {
             throw ImageError::damaged();
         }
-        check(::symlinkat(target.c_str(), opened_.get(), path.c_str()), path);
-        setDate(item.modified, path);
+        check(::symlinkat(target.c_str(), folder, name.c_str()), path);
+        const timespec date{static_cast<time_t>(unixSeconds(item.modified)), 0};
+        const timespec dates[]{date, date};
+        check(::utimensat(folder, name.c_str(), dates, AT_SYMLINK_NOFOLLOW), path);
     }
 
-    void makeFile(const HfsReader::Item &item, const std::string &path) {
-        const Descriptor file(::openat(opened_.get(), path.c_str(),
-                                       O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    void makeFile(const HfsReader::Item &item, int folder, const std::string &name, const std::string &path) {
+        const Descriptor file(
+            ::openat(folder, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
         check(file.get(), path);
         volume_.readContents(item, [&](std::uint64_t offset, ByteSpan bytes) {
             while (!bytes.empty()) {
@@ -105,20 +119,22 @@ private:
                 if (count < 0 && errno == EINTR) {
                     continue;
                 }
-                check(static_cast<int>(count), path);
+                check(count < 0 ? -1 : 0, path);
                 offset += static_cast<std::uint64_t>(count);
                 bytes = bytes.subspan(static_cast<std::size_t>(count));
             }
         });
         check(::ftruncate(file.get(), static_cast<off_t>(item.size)), path);
-        check(::fchmod(file.get(), item.mode == 0 ? 0644 : item.mode & permissions), path);
-        setDate(item.modified, path);
+        check(::fchmod(file.get(), permissions(item.mode, 0644)), path);
+        setDate(file.get(), item.modified, path);
     }
 
     HfsReader &volume_;
-    Path folder_;
-    Descriptor opened_;
+    Path path_;
+    Descriptor root_;
+    std::vector<Folder> folders_; ///< each after the one that holds it
     std::set<std::uint32_t> seen_;
+    AttachedItems made_;
 };
 
 /// The one partition that holds a volume known here.
@@ -136,6 +152,7 @@ UdifReader::Partition volumePartition(UdifReader &image) {
 AttachedItems unpackVolume(const Path &image, const Path &folder) {
     UdifReader reader(image);
     HfsReader volume(reader, volumePartition(reader));
+    requireSpace(volume.storedBytes(), folder);
     return Unpacking(volume, folder).run();
 }
 

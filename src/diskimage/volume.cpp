@@ -23,11 +23,36 @@ BTree emptyExtentsTree() {
                  [](const BTree::Record &) {});
 }
 
-constexpr std::size_t headerOffset = 1024; ///< of the volume header, from either end
-constexpr std::size_t headerSize = 512;
+constexpr std::size_t headerOffset = hfs::headerOffset; ///< from either end
+constexpr std::size_t headerSize = hfs::headerSize;
 
 [[noreturn]] void failAsChanged(const Path &file) {
     throw PlatformError(Action::read, file, QStringLiteral("it changed meanwhile"));
+}
+
+/// Where, from `at` on, a file no longer is a hole.
+off_t beginOfData(int file, off_t at, off_t size) {
+    const off_t data = ::lseek(file, at, SEEK_DATA);
+    return data >= 0 ? std::min(data, size) : errno == ENXIO ? size : at;
+}
+
+void copyBytes(Volume::Sink &sink, const Path &path, int file, off_t at, off_t end) {
+    while (at < end) {
+        const std::span<std::uint8_t> room = sink.room();
+        const auto now = std::min<std::uint64_t>(room.size(), static_cast<std::uint64_t>(end - at));
+        const ssize_t count = ::pread(file, room.data(), now, at);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count < 0) {
+            throw PlatformError(Action::read, path, errno);
+        }
+        if (count == 0) {
+            failAsChanged(path);
+        }
+        sink.advance(static_cast<std::size_t>(count));
+        at += count;
+    }
 }
 
 } // namespace
@@ -63,7 +88,7 @@ Volume::Volume(const SourceTree &tree, std::u16string name, std::array<std::uint
 
 /// Header, allocation bitmap, extents tree, catalog, contents, alternate header.
 void Volume::layOut() {
-    const std::uint64_t catalogBytes = catalog_.nodes() * 8192;
+    const std::uint64_t catalogBytes = catalog_.bytes();
     std::uint64_t bitmapBlocks = 0;
     do {
         ++bitmapBlocks;
@@ -147,20 +172,13 @@ void Volume::writeFile(Sink &sink, const VolumeItem &item) const {
         static_cast<std::uint64_t>(info.st_size) != item.numbers.size) {
         failAsChanged(path);
     }
-    for (std::uint64_t left = item.numbers.size; left > 0;) {
-        const std::span<std::uint8_t> room = sink.room();
-        const ssize_t count = ::read(file.get(), room.data(), std::min<std::uint64_t>(room.size(), left));
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count < 0) {
-            throw PlatformError(Action::read, path, errno);
-        }
-        if (count == 0) {
-            failAsChanged(path);
-        }
-        sink.advance(static_cast<std::size_t>(count));
-        left -= static_cast<std::uint64_t>(count);
+    const auto size = static_cast<off_t>(item.numbers.size);
+    for (off_t at = 0; at < size;) {
+        const off_t data = beginOfData(file.get(), at, size);
+        const off_t hole = data < size ? ::lseek(file.get(), data, SEEK_HOLE) : size;
+        sink.writeZeros(static_cast<std::uint64_t>(data - at));
+        at = hole > data ? std::min(hole, size) : size;
+        copyBytes(sink, path, file.get(), data, at);
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <memory>
 
 #include <dirent.h>
@@ -21,6 +22,32 @@ Descriptor::~Descriptor() {
 
 Descriptor openFolder(int folder, const char *name) {
     return Descriptor(::openat(folder, name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
+Descriptor openFolderToChange(int folder, const char *name) {
+    struct stat info {};
+    Descriptor opened = openFolder(folder, name);
+    if (!opened && errno == EACCES && ::fstatat(folder, name, &info, AT_SYMLINK_NOFOLLOW) == 0 &&
+        S_ISDIR(info.st_mode) && ::fchmodat(folder, name, 0700, 0) == 0) {
+        opened = openFolder(folder, name);
+    }
+    if (opened && ::fstat(opened.get(), &info) == 0 && (info.st_mode & 0700) != 0700) {
+        ::fchmod(opened.get(), 0700);
+    }
+    return opened;
+}
+
+Descriptor openFolderBelow(int folder, std::string_view path) {
+    Descriptor reached;
+    while (path.size() >= PATH_MAX) {
+        const auto slash = path.rfind('/', PATH_MAX - 1);
+        reached = openFolder(reached ? reached.get() : folder, std::string(path.substr(0, slash)).c_str());
+        if (!reached) {
+            return reached;
+        }
+        path.remove_prefix(slash + 1);
+    }
+    return openFolder(reached ? reached.get() : folder, std::string(path).c_str());
 }
 
 int readFolder(int folder, std::vector<FolderEntry> &entries) {

@@ -3,6 +3,7 @@
 #include "foundation/path_name.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -34,6 +35,12 @@ private:
 /// Opens a folder for reading, by a path relative to `folder`. The last component is not followed if it is a
 /// link. On failure it holds none and errno tells why.
 Descriptor openFolder(int folder, const char *name);
+
+/// The same, after it has let this user write to the folder if that was not so.
+Descriptor openFolderToChange(int folder, const char *name);
+
+/// Opens the folder `path`, relative to `folder`, also where that is longer than the system takes at once.
+Descriptor openFolderBelow(int folder, std::string_view path);
 
 struct FolderEntry {
     std::string name;

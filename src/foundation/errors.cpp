@@ -94,6 +94,10 @@ QString localizedDescription(const std::exception &error) {
     if (const auto *localized = dynamic_cast<const LocalizedError *>(&error)) {
         return localized->errorDescription();
     }
+    if (const auto *filesystem = dynamic_cast<const std::filesystem::filesystem_error *>(&error)) {
+        return PlatformError(Action::write, filesystem->path1(), filesystem->code().value())
+            .errorDescription();
+    }
     return QStringLiteral("The operation couldn’t be completed (%1).").arg(QString::fromUtf8(error.what()));
 }
 

@@ -45,18 +45,8 @@ public:
 
 private:
     Descriptor openToChange(int folder, const char *name) const {
-        Descriptor opened = openFolder(folder, name);
-        if (readOnly_ == ReadOnlyFolders::keep) {
-            return opened;
-        }
-        if (!opened && errno == EACCES && ::fchmodat(folder, name, 0700, 0) == 0) {
-            opened = openFolder(folder, name);
-        }
-        struct stat info {};
-        if (opened && ::fstat(opened.get(), &info) == 0 && (info.st_mode & 0700) != 0700) {
-            ::fchmod(opened.get(), 0700);
-        }
-        return opened;
+        return readOnly_ == ReadOnlyFolders::keep ? openFolder(folder, name)
+                                                  : openFolderToChange(folder, name);
     }
 
     void addFolder(std::string relative) {

@@ -330,6 +330,10 @@ private Q_SLOTS:
         VERIFY_SUCCESS(hdiutil({"detach", mountPoint.native()}));
         QVERIFY(std::filesystem::is_empty(mountPoint));
         QVERIFY(hdiutil({"detach", mountPoint.native()}).said.contains(u"No disk image is attached"));
+        QVERIFY(attach(folder.path(), mountPoint).said.contains(u"isn’t a disk image"));
+        VERIFY_SUCCESS(attach(image, mountPoint));
+        std::filesystem::remove_all(mountPoint / "folder");
+        VERIFY_SUCCESS(hdiutil({"detach", mountPoint.native()}));
         // A link that has taken the place of a folder is not followed.
         VERIFY_SUCCESS(attach(image, mountPoint));
         std::filesystem::rename(mountPoint / "folder", folder.path() / "elsewhere");
@@ -351,13 +355,17 @@ private Q_SLOTS:
         setDate(in / "names", 1'000'000'000);
         const Path image = folder.path() / "image.dmg";
         VERIFY_SUCCESS(create(in, image));
-        imagecheck::unpackDisk(image, folder.path() / "disk.dmg");
-        const Outcome outcome = attach(folder.path() / "disk.dmg", folder.path() / "mounted");
+        imagecheck::unpackDisk(image, folder.path() / "disk*.dmg"); // no pattern
+        std::filesystem::copy_file(image, folder.path() / "disk 2.dmg");
+        const Path mountPoint = folder.path() / "mounted*";
+        const Outcome outcome = attach(folder.path() / "disk*.dmg", mountPoint);
         if (outcome.said.contains(u"isn’t installed")) {
             QSKIP("7z is not installed");
         }
         VERIFY_SUCCESS(outcome);
-        QCOMPARE(difference(contents(in), attached(folder.path() / "mounted")), "");
+        QCOMPARE(difference(contents(in), attached(mountPoint)), "");
+        VERIFY_SUCCESS(hdiutil({"detach", mountPoint.native()}));
+        QVERIFY(std::filesystem::is_empty(mountPoint));
     }
 
     void readsAnImageMadeByMacos() {
