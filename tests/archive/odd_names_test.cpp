@@ -163,7 +163,7 @@ private Q_SLOTS:
         QFETCH(ArchiveFormat, format);
         QFETCH(QByteArray, archive);
         const TestFolder folder;
-        for (int i = 0; i < 4'000; ++i) {
+        for (int i = 0; i < 2'000; ++i) {
             folder.write(Path("in") / std::to_string(i % 100) / std::to_string(i), QByteArray::number(i));
         }
         QCOMPARE(outcome(folder.path() / "in", format, folder.path() / archive.toStdString()),
