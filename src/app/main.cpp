@@ -2,6 +2,7 @@
 #include "app/stowlark_app.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QQuickStyle>
 
 #include <csignal>
@@ -13,6 +14,7 @@ int main(int argc, char *argv[]) {
     QCoreApplication::setApplicationName(QStringLiteral("Stowlark"));
     QCoreApplication::setApplicationVersion(QStringLiteral(STOWLARK_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("stowlark"));
+    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/qt/qml/Stowlark/Window/AppIcon.svg")));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     stowlark::applyAppearance();
     stowlark::StowlarkApp program;

@@ -1,5 +1,7 @@
 #include "app/stowlark_app.h"
 
+#include "window/symbol_provider.h"
+
 #include <QGuiApplication>
 
 /// Generated with the window's QML module.
@@ -13,6 +15,7 @@ StowlarkApp::StowlarkApp(Desktop desktop)
     QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &view_, [this] { quitWhenDone(); });
 
     qml_register_types_Stowlark_Window();
+    engine_.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // which the engine owns
     engine_.setInitialProperties({{QStringLiteral("view"), QVariant::fromValue(&view_)}});
     engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/Window/MainWindow.qml")));
 }

@@ -6,6 +6,7 @@ import QtQuick.Layouts
 Button {
     id: root
 
+    required property string symbol
     required property bool busy
     required property bool disabled
     required property color tint
@@ -28,6 +29,13 @@ Button {
                 visible: root.busy
                 running: root.busy
                 palette.dark: "white"
+            }
+
+            Symbol {
+                visible: !root.busy
+                name: root.symbol
+                size: 15
+                color: "white"
             }
 
             Text {

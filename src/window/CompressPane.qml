@@ -38,6 +38,7 @@ ListView {
         DropZone {
             Layout.fillWidth: true
             Layout.topMargin: 14
+            symbol: "plus.rectangle.on.folder"
             title: qsTr("Drop files & folders here")
             hoverTitle: qsTr("Release to add files")
             detail: qsTr("or")
@@ -53,6 +54,8 @@ ListView {
             visible: root.view.files.count > 0
 
             SectionHeader {
+                Layout.alignment: Qt.AlignBaseline
+                symbol: "doc.on.doc"
                 text: root.view.files.countText
                 activeFocusOnTab: true
                 onActiveFocusChanged: root.rowsFocused = activeFocus
@@ -68,6 +71,7 @@ ListView {
 
             Text {
                 Layout.fillWidth: true
+                Layout.alignment: Qt.AlignBaseline
                 text: root.view.files.totalSize === "" ? "" : "• " + root.view.files.totalSize
                 color: Theme.secondary
                 font.pixelSize: 12
@@ -108,6 +112,7 @@ ListView {
 
         ActionButton {
             Layout.fillWidth: true
+            symbol: "archivebox.fill"
             text: busy ? qsTr("Creating…") : qsTr("Create Archive")
             busy: root.view.mgr.isCreating
             disabled: root.view.createDisabled

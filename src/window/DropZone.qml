@@ -5,6 +5,7 @@ import QtQuick.Layouts
 Rectangle {
     id: root
 
+    required property string symbol
     required property string title
     required property string hoverTitle
     required property string detail
@@ -37,6 +38,21 @@ Rectangle {
 
         anchors.centerIn: parent
         spacing: 10
+
+        Rectangle {
+            Layout.alignment: Qt.AlignHCenter
+            implicitWidth: 64
+            implicitHeight: 64
+            radius: 32
+            color: root.hovering ? Theme.faded(root.tint, 0.2) : Theme.white(0.07)
+
+            Symbol {
+                anchors.centerIn: parent
+                name: root.hovering ? "arrow.down.circle.fill" : root.symbol
+                size: 28
+                color: root.hovering ? root.tint : Theme.secondary
+            }
+        }
 
         Text {
             Layout.alignment: Qt.AlignHCenter

@@ -34,6 +34,7 @@ Flickable {
 
         DropZone {
             Layout.fillWidth: true
+            symbol: "doc.badge.arrow.up"
             title: qsTr("Drop an archive here")
             hoverTitle: qsTr("Release to select archive")
             detail: qsTr("ZIP  •  TAR.GZ  •  7Z  •  RAR  •  DMG")
@@ -49,6 +50,21 @@ Flickable {
             visible: root.view.hasArchive
 
             RowLayout {
+                spacing: 10
+
+                AccentFill {
+                    implicitWidth: 44
+                    implicitHeight: 44
+                    radius: 10
+
+                    Symbol {
+                        anchors.centerIn: parent
+                        name: root.view.archiveIcon
+                        size: 20
+                        color: "white"
+                    }
+                }
+
                 ColumnLayout {
                     Layout.fillWidth: true
 
@@ -81,9 +97,8 @@ Flickable {
                     font.weight: Font.Medium
                 }
 
-                PillButton {
-                    small: true
-                    text: qsTr("Remove")
+                RemoveButton {
+                    Accessible.name: qsTr("Remove")
                     onClicked: root.view.removeArchive()
                 }
             }
@@ -93,6 +108,7 @@ Flickable {
             Layout.fillWidth: true
 
             SectionHeader {
+                symbol: "folder.badge.plus"
                 text: qsTr("Extract To")
             }
 
@@ -114,6 +130,7 @@ Flickable {
 
         ActionButton {
             Layout.fillWidth: true
+            symbol: "arrow.up.doc.fill"
             text: busy ? qsTr("Extracting…") : qsTr("Extract Archive")
             busy: root.view.mgr.isCreating
             disabled: root.view.extractDisabled

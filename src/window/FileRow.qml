@@ -11,6 +11,7 @@ Rectangle {
     required property string folder
     required property string size
     required property bool isFolder
+    required property string icon
     property bool current: false
 
     signal remove
@@ -26,6 +27,20 @@ Rectangle {
         anchors.fill: parent
         anchors.margins: 8
         spacing: 10
+
+        Rectangle {
+            implicitWidth: 32
+            implicitHeight: 32
+            radius: 7
+            color: root.isFolder ? Theme.faded(Theme.folder, 0.18) : Theme.white(0.08)
+
+            Symbol {
+                anchors.centerIn: parent
+                name: root.icon
+                size: 14
+                color: root.isFolder ? Theme.folder : Theme.secondary
+            }
+        }
 
         ColumnLayout {
             Layout.fillWidth: true
@@ -61,10 +76,8 @@ Rectangle {
             font.weight: Font.Medium
         }
 
-        PillButton {
-            small: true
+        RemoveButton {
             focusPolicy: Qt.NoFocus
-            text: qsTr("Remove")
             Accessible.name: qsTr("Remove %1").arg(root.name)
             onClicked: root.remove()
         }

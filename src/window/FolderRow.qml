@@ -20,6 +20,13 @@ Rectangle {
 
         anchors.fill: parent
         anchors.margins: 10
+        spacing: 8
+
+        Symbol {
+            name: "folder.fill"
+            size: 14
+            color: Theme.secondary
+        }
 
         Text {
             Layout.fillWidth: true

@@ -54,6 +54,11 @@ ApplicationWindow {
 
         RowLayout {
             Layout.margins: 16
+            spacing: 12
+
+            AppIcon {
+                size: 38
+            }
 
             Text {
                 Layout.fillWidth: true

@@ -10,6 +10,7 @@ Card {
     required property ContentView view
 
     SectionHeader {
+        symbol: "square.and.arrow.down.fill"
         text: qsTr("Output")
     }
 

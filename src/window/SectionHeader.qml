@@ -1,8 +1,30 @@
 import QtQuick
+import QtQuick.Layouts
 
-Text {
-    color: Theme.primary
-    font.pixelSize: 13
-    font.weight: Font.DemiBold
-    textFormat: Text.PlainText
+/// A symbol and a title.
+RowLayout {
+    id: root
+
+    required property string symbol
+    property alias text: title.text
+
+    spacing: 6
+    baselineOffset: title.y + title.baselineOffset
+
+    Symbol {
+        Layout.alignment: Qt.AlignBaseline
+        name: root.symbol
+        size: 12
+        color: Theme.accentStart
+    }
+
+    Text {
+        id: title
+
+        Layout.alignment: Qt.AlignBaseline
+        color: Theme.primary
+        font.pixelSize: 13
+        font.weight: Font.DemiBold
+        textFormat: Text.PlainText
+    }
 }

@@ -10,6 +10,7 @@ Card {
     required property ContentView view
 
     SectionHeader {
+        symbol: "gearshape.fill"
         text: qsTr("Settings")
     }
 
@@ -31,14 +32,26 @@ Card {
             onActivated: index => root.view.format = index
         }
 
-        Text {
-            Layout.fillWidth: true
-            visible: text !== ""
-            text: root.view.toolWarning
-            textFormat: Text.PlainText
-            wrapMode: Text.Wrap
-            color: Theme.warning
-            font.pixelSize: 11
+        RowLayout {
+            visible: root.view.toolWarning !== ""
+            spacing: 5
+
+            Symbol {
+                Layout.alignment: Qt.AlignBaseline
+                name: "exclamationmark.triangle.fill"
+                size: 11
+                color: Theme.warning
+            }
+
+            Text {
+                Layout.fillWidth: true
+                Layout.alignment: Qt.AlignBaseline
+                text: root.view.toolWarning
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                color: Theme.warning
+                font.pixelSize: 11
+            }
         }
     }
 

@@ -27,6 +27,13 @@ Rectangle {
 
         anchors.fill: parent
         anchors.margins: 12
+        spacing: 8
+
+        Symbol {
+            name: root.mgr.statusIsError ? "exclamationmark.triangle.fill" : "checkmark.circle.fill"
+            size: 15
+            color: root.tint
+        }
 
         Text {
             Layout.fillWidth: true

@@ -17,6 +17,7 @@ QtObject {
     readonly property color secondary: Qt.rgba(primary.r, primary.g, primary.b, 0.6)
     readonly property color window: system.window
     readonly property color success: "#30b158"
+    readonly property color folder: "#0a84ff"
     readonly property color warning: "#ff9f0a"
 
     readonly property SystemPalette system: SystemPalette {}

@@ -264,4 +264,8 @@ QString ContentView::archiveFileSize() const {
     return fileSize(path(archiveFile_)).value_or(QString());
 }
 
+QString ContentView::archiveFileIcon() const {
+    return archiveIcon(path(archiveFile_));
+}
+
 } // namespace stowlark

@@ -35,6 +35,7 @@ class ContentView : public QObject {
     Q_PROPERTY(QString archiveFileName READ archiveFileName NOTIFY archiveFileChanged)
     Q_PROPERTY(QString archiveFileFolder READ archiveFileFolder NOTIFY archiveFileChanged)
     Q_PROPERTY(QString archiveFileSize READ archiveFileSize NOTIFY archiveFileChanged)
+    Q_PROPERTY(QString archiveIcon READ archiveFileIcon NOTIFY archiveFileChanged)
     Q_PROPERTY(QString extractDir READ extractDirText NOTIFY extractDirChanged)
     Q_PROPERTY(bool isExtractDragOver MEMBER isExtractDragOver_ NOTIFY isExtractDragOverChanged)
 
@@ -134,6 +135,7 @@ private:
     QString archiveFileName() const;
     QString archiveFileFolder() const;
     QString archiveFileSize() const;
+    QString archiveFileIcon() const;
 
     Desktop desktop_;
     ArchiveManager mgr_;

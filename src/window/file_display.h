@@ -19,4 +19,9 @@ std::optional<qint64> attributeSize(const Path &file);
 /// The size as text; none for a folder or what cannot be read.
 std::optional<QString> fileSize(const Path &file);
 
+/// The symbols that stand for a file: in a row of the list, and for the archive to extract. They go by the
+/// last extension alone.
+QString smartIcon(const Path &file);
+QString archiveIcon(const Path &file);
+
 } // namespace stowlark

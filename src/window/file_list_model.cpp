@@ -30,17 +30,16 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const {
         return fileSize(file).value_or(QString());
     case isFolderRole:
         return isFolder(file);
+    case iconRole:
+        return isFolder(file) ? QStringLiteral("folder.fill") : smartIcon(file);
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> FileListModel::roleNames() const {
-    return {{urlRole, "url"},
-            {nameRole, "name"},
-            {folderRole, "folder"},
-            {sizeRole, "size"},
-            {isFolderRole, "isFolder"}};
+    return {{urlRole, "url"},   {nameRole, "name"},         {folderRole, "folder"},
+            {sizeRole, "size"}, {isFolderRole, "isFolder"}, {iconRole, "icon"}};
 }
 
 QString FileListModel::countText() const {

@@ -20,7 +20,7 @@ class FileListModel : public QAbstractListModel {
     Q_PROPERTY(QString totalSize READ totalSize NOTIFY changed)
 
 public:
-    enum Role { urlRole = Qt::UserRole, nameRole, folderRole, sizeRole, isFolderRole };
+    enum Role { urlRole = Qt::UserRole, nameRole, folderRole, sizeRole, isFolderRole, iconRole };
 
     using QAbstractListModel::QAbstractListModel;
 

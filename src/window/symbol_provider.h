@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QQuickImageProvider>
+
+namespace stowlark {
+
+/// Gives QML the symbols: "image://symbol/NAME/SIDE/AARRGGBB", the side in pixels of the device.
+class SymbolProvider : public QQuickImageProvider {
+public:
+    SymbolProvider();
+    QImage requestImage(const QString &id, QSize *size, const QSize &requestedSize) override;
+};
+
+} // namespace stowlark
