@@ -173,12 +173,13 @@ void HfsReader::resolveLinks() {
     }
     for (const HardLink &link : links_) {
         const auto target = contents.find(QStringLiteral("iNode%1").arg(link.number).toStdU16String());
-        if (target != contents.end()) {
-            Item &item = items_[link.folder][link.index];
-            std::u16string name = std::move(item.name);
-            item = *target->second;
-            item.name = std::move(name);
+        if (target == contents.end()) {
+            throw ImageError::damaged();
         }
+        Item &item = items_[link.folder][link.index];
+        std::u16string name = std::move(item.name);
+        item = *target->second;
+        item.name = std::move(name);
     }
     std::erase_if(top, [](const Item &item) {
         return item.name == linkedContentsFolder || item.name == linkedFoldersFolder;

@@ -20,7 +20,9 @@ namespace stowlark {
 namespace {
 
 constexpr std::uint64_t longestPropertyList = 64 << 20; ///< bytes
-constexpr std::uint64_t longestChunk = 16 << 20;        ///< bytes, unpacked
+constexpr std::uint64_t longestChunk = 4 << 20;         ///< bytes, unpacked
+constexpr qsizetype mostPartitions = 128;
+constexpr int deepestList = 32;
 constexpr std::uint64_t mostSectors = std::uint64_t(1) << 50;
 
 bool endsBy(std::uint64_t begin, std::uint64_t length, std::uint64_t end) {
@@ -50,6 +52,12 @@ QByteArrayList partitionTables(const QByteArray &propertyList) {
             }
             depth += hasText ? 0 : 1;
         }
+        if (depth > deepestList) {
+            throw ImageError::damaged();
+        }
+    }
+    if (tables.size() > mostPartitions) {
+        throw UnsupportedImage();
     }
     if (xml.hasError()) {
         throw ImageError::damaged();

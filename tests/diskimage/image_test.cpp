@@ -387,6 +387,30 @@ private Q_SLOTS:
         VERIFY_SUCCESS(hdiutil({"detach", mountPoint.native()}));
     }
 
+    /// As HFS+ stores them: the contents in a folder of its own, and links that tell their number.
+    void givesHardLinksTheirContents() {
+        const TestFolder folder;
+        folder.write("in/link", "");
+        folder.write("in/ZZZZHFS+ Private Data/iNode77", "shared");
+        const Path image = folder.path() / "image.dmg";
+        VERIFY_SUCCESS(create(folder.path() / "in", image));
+        QByteArray volume = volumeIn(image).replace(utf16("ZZZZ"), QByteArray(8, '\0'));
+        const qsizetype record = volume.indexOf(utf16("link") + QByteArray("\0\2", 2)) + 8;
+        volume.replace(record + 44, 12, QByteArray("\0\0\0\x4dhlnkhfs+", 12));
+        for (const char *number : {"iNode77", "iNode78"}) {
+            writeImage(image, QByteArray(volume).replace(utf16("iNode77"), utf16(number)));
+            const Path mountPoint = folder.path() / number;
+            const Outcome outcome = attach(image, mountPoint);
+            if (number == std::string_view("iNode77")) {
+                VERIFY_SUCCESS(outcome);
+                QCOMPARE(readFile(mountPoint / "link"), "shared");
+                QCOMPARE(attached(mountPoint).size(), 1U);
+            } else {
+                QVERIFY(outcome.said.contains(u"is damaged"));
+            }
+        }
+    }
+
     void staysInsideWhateverAnImageSays() {
         const TestFolder folder;
         const Path outside = folder.write("outside/file", "untouched").parent_path();
