@@ -47,18 +47,40 @@ Button {
     }
 
     background: Item {
+        SoftShadow {
+            y: 5
+            width: parent.width
+            height: parent.height
+            radius: 14
+            blur: 8
+            color: Theme.faded(root.tint, root.disabled ? 0 : 0.4)
+
+            Behavior on color {
+                ColorAnimation {
+                    duration: 200
+                    easing.type: Easing.InOutQuad
+                }
+            }
+        }
+
         Rectangle {
             anchors.fill: parent
-            visible: root.disabled
             radius: 14
             color: Theme.white(0.1)
         }
 
         AccentFill {
             anchors.fill: parent
-            visible: !root.disabled
             radius: 14
             from: root.tint
+            opacity: root.disabled ? 0 : 1
+
+            Behavior on opacity {
+                NumberAnimation {
+                    duration: 200
+                    easing.type: Easing.InOutQuad
+                }
+            }
         }
 
         Rectangle {

@@ -77,9 +77,10 @@ ListView {
                 font.pixelSize: 12
             }
 
-            PillButton {
-                small: true
+            TextButton {
+                Layout.alignment: Qt.AlignBaseline
                 text: qsTr("Clear All")
+                color: Theme.faded(Theme.danger, 0.8)
                 onClicked: root.view.clearFiles()
             }
         }

@@ -19,8 +19,28 @@ Rectangle {
     implicitHeight: column.implicitHeight + 48
     radius: 16
     color: hovering ? Theme.faded(tint, 0.1) : Theme.rowSurface
-    border.width: hovering ? 2 : 1.5
-    border.color: hovering ? tint : Theme.white(0.13)
+    border.width: hovering ? 0 : 1.5
+    border.color: Theme.white(0.13)
+
+    Behavior on color {
+        ColorAnimation {
+            duration: 150
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    HoverOutline {
+        anchors.fill: parent
+        radius: root.radius
+        opacity: root.hovering ? 1 : 0
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: 150
+                easing.type: Easing.InOutQuad
+            }
+        }
+    }
 
     DropArea {
         id: drop
@@ -45,6 +65,13 @@ Rectangle {
             implicitHeight: 64
             radius: 32
             color: root.hovering ? Theme.faded(root.tint, 0.2) : Theme.white(0.07)
+
+            Behavior on color {
+                ColorAnimation {
+                    duration: 150
+                    easing.type: Easing.InOutQuad
+                }
+            }
 
             Symbol {
                 anchors.centerIn: parent

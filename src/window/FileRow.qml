@@ -68,12 +68,9 @@ Rectangle {
             }
         }
 
-        Text {
+        Tag {
             visible: root.size !== ""
             text: root.size
-            color: Theme.secondary
-            font.pixelSize: 11
-            font.weight: Font.Medium
         }
 
         RemoveButton {

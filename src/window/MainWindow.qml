@@ -48,6 +48,8 @@ ApplicationWindow {
         onActivated: root.view.mode === 0 ? root.view.create() : root.view.extract()
     }
 
+    Glow {}
+
     ColumnLayout {
         anchors.fill: parent
         spacing: 0

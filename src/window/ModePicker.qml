@@ -47,8 +47,15 @@ Rectangle {
                 background: Item {
                     AccentFill {
                         anchors.fill: parent
-                        visible: tab.selected
                         radius: 8
+                        opacity: tab.selected ? 1 : 0
+
+                        Behavior on opacity {
+                            NumberAnimation {
+                                duration: 180
+                                easing.type: Easing.InOutQuad
+                            }
+                        }
                     }
 
                     Rectangle {

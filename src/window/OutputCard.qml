@@ -22,20 +22,34 @@ Card {
     }
 
     RowLayout {
+        spacing: 8
+
         TextField {
             Layout.fillWidth: true
+            implicitHeight: 30
+            font.pixelSize: 13
             Accessible.name: qsTr("Archive Name")
             placeholderText: qsTr("archive")
             text: root.view.archiveName
             selectByMouse: true
             onTextEdited: root.view.archiveName = text
+
+            background: Rectangle {
+                radius: 6
+                color: Theme.system.base
+                border.width: parent.activeFocus ? 2 : 1
+                border.color: parent.activeFocus ? Theme.accentStart : Theme.faded(Theme.primary, 0.13)
+            }
         }
 
-        Text {
+        Tag {
             text: root.view.extensionLabel
-            color: Theme.primary
+            textColor: Theme.primary
             font.pixelSize: 13
-            font.weight: Font.Medium
+            horizontalPadding: 10
+            verticalPadding: 6
+            radius: 7
+            color: Theme.white(0.08)
         }
     }
 

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Stowlark.Window
 
@@ -24,7 +23,7 @@ Card {
             font.weight: Font.Medium
         }
 
-        ComboBox {
+        Picker {
             Layout.fillWidth: true
             Accessible.name: qsTr("Format")
             model: root.view.formats
@@ -65,7 +64,7 @@ Card {
             font.weight: Font.Medium
         }
 
-        ComboBox {
+        Picker {
             Layout.fillWidth: true
             Accessible.name: qsTr("Compression")
             model: root.view.levels

@@ -69,10 +69,9 @@ Rectangle {
             }
         }
 
-        PillButton {
+        TextButton {
             visible: root.view.hasOutput
             text: qsTr("Show in Finder")
-            small: true
             onClicked: root.view.showInFinder()
         }
     }

@@ -18,6 +18,7 @@ QtObject {
     readonly property color window: system.window
     readonly property color success: "#30b158"
     readonly property color folder: "#0a84ff"
+    readonly property color danger: "#ff453a"
     readonly property color warning: "#ff9f0a"
 
     readonly property SystemPalette system: SystemPalette {}

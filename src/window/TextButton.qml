@@ -1,0 +1,28 @@
+import QtQuick
+import QtQuick.Controls.Basic
+
+/// A button that is only its text.
+AbstractButton {
+    id: root
+
+    property color color: Theme.primary
+
+    font.pixelSize: 12
+    font.weight: Font.Medium
+    padding: 4
+    opacity: down ? 0.6 : 1
+    Keys.onReturnPressed: root.clicked()
+
+    contentItem: Text {
+        text: root.text
+        font: root.font
+        color: root.color
+    }
+
+    background: Rectangle {
+        radius: 5
+        color: "transparent"
+        border.width: root.visualFocus ? 1 : 0
+        border.color: Theme.accentStart
+    }
+}
