@@ -3,6 +3,7 @@
 #include "desktop/open_panel.h"
 #include "desktop/workspace.h"
 
+#include <QDesktopServices>
 #include <QDir>
 #include <QStandardPaths>
 
@@ -12,7 +13,8 @@ Desktop systemDesktop() {
     return {.chooseFilesAndFolders = &chooseFilesAndFolders,
             .chooseArchive = &chooseArchive,
             .chooseFolder = &chooseFolder,
-            .reveal = &reveal};
+            .reveal = &reveal,
+            .openURL = [](const QUrl &page) { QDesktopServices::openUrl(page); }};
 }
 
 QUrl desktopURL() {

@@ -10,14 +10,16 @@
 
 namespace stowlark {
 
-/// What the window asks of the desktop. Choosers end with nothing when the user cancels. All URLs are file
-/// URLs.
+/// What the window asks of the desktop. Choosers end with nothing when the user cancels. Their URLs are
+/// file URLs.
 struct Desktop {
     std::function<QCoro::Task<QList<QUrl>>()> chooseFilesAndFolders;
     std::function<QCoro::Task<std::optional<QUrl>>()> chooseArchive;
     std::function<QCoro::Task<std::optional<QUrl>>()> chooseFolder;
     /// Shows the item, selected, in the file manager.
     std::function<void(const QUrl &)> reveal;
+    /// Opens a page in the browser.
+    std::function<void(const QUrl &)> openURL;
 };
 
 /// The desktop that the program runs on. Needs a QApplication.

@@ -14,6 +14,10 @@ Rectangle {
     color: Theme.cardSurface
     border.color: Theme.cardBorder
 
+    Edge {
+        radius: root.radius
+    }
+
     ColumnLayout {
         id: column
 

@@ -29,6 +29,10 @@ Rectangle {
         }
     }
 
+    Edge {
+        radius: root.radius
+    }
+
     HoverOutline {
         anchors.fill: parent
         radius: root.radius

@@ -21,6 +21,11 @@ Rectangle {
     color: Theme.rowSurface
     border.color: current ? Theme.accentStart : Theme.rowBorder
 
+    Edge {
+        radius: root.radius
+        visible: Theme.isLight && !root.current
+    }
+
     RowLayout {
         id: row
 

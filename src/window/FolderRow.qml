@@ -15,6 +15,10 @@ Rectangle {
     color: Theme.rowSurface
     border.color: Theme.rowBorder
 
+    Edge {
+        radius: root.radius
+    }
+
     RowLayout {
         id: row
 

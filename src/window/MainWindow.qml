@@ -62,12 +62,29 @@ ApplicationWindow {
                 size: 38
             }
 
-            Text {
+            ColumnLayout {
+                spacing: 0
+
+                Text {
+                    text: "Stowlark"
+                    color: Theme.primary
+                    font.pixelSize: 17
+                    font.weight: Font.Bold
+                }
+
+                TextButton {
+                    text: root.view.siteLabel
+                    color: Theme.faded(Theme.accentStart, 0.85)
+                    font.pixelSize: 11
+                    font.weight: Font.Normal
+                    padding: 0
+                    Accessible.role: Accessible.Link
+                    onClicked: root.view.openSite()
+                }
+            }
+
+            Item {
                 Layout.fillWidth: true
-                text: "Stowlark"
-                color: Theme.primary
-                font.pixelSize: 17
-                font.weight: Font.Bold
             }
 
             ModePicker {

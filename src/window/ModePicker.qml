@@ -15,6 +15,10 @@ Rectangle {
     radius: 12
     color: Theme.rowSurface
 
+    Edge {
+        radius: root.radius
+    }
+
     Row {
         id: row
 

@@ -24,6 +24,11 @@ Button {
         color: Theme.white(root.down ? 0.12 : 0.09)
         border.color: root.visualFocus ? Theme.accentStart : Theme.white(0.13)
 
+        Edge {
+            radius: parent.radius
+            visible: Theme.isLight && !root.visualFocus
+        }
+
         Behavior on color {
             ColorAnimation {
                 duration: 100

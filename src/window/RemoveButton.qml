@@ -17,6 +17,11 @@ AbstractButton {
         color: Theme.white(0.1)
         border.width: root.visualFocus ? 1 : 0
         border.color: Theme.accentStart
+
+        Edge {
+            radius: parent.radius
+            visible: Theme.isLight && !root.visualFocus
+        }
     }
 
     Symbol {

@@ -15,6 +15,10 @@ Rectangle {
     radius: 5
     color: Theme.white(0.06)
 
+    Edge {
+        radius: root.radius
+    }
+
     Text {
         id: label
 

@@ -13,6 +13,7 @@ QtObject {
     readonly property color rowSurface: white(0.04)
     readonly property color rowBorder: white(0.07)
 
+    readonly property bool isLight: system.window.hslLightness > 0.5
     readonly property color primary: system.windowText
     readonly property color secondary: Qt.rgba(primary.r, primary.g, primary.b, 0.6)
     readonly property color window: system.window

@@ -1,6 +1,7 @@
 #include "window/content_view.h"
 
 #include "foundation/file_url.h"
+#include "foundation/site.h"
 #include "window/file_display.h"
 
 #include <algorithm>
@@ -55,14 +56,31 @@ QList<QUrl> onlyFiles(const QList<QUrl> &urls) {
 
 } // namespace
 
-ContentView::ContentView(Desktop desktop, Tools tools, QObject *parent)
+ContentView::ContentView(Desktop desktop, Tools tools, AppState &appState, QObject *parent)
     : QObject(parent)
     , desktop_(std::move(desktop))
-    , mgr_(std::move(tools)) {
+    , mgr_(std::move(tools))
+    , appState_(appState) {
     connect(&files_, &FileListModel::changed, this, &ContentView::createDisabledChanged);
     connect(this, &ContentView::archiveNameChanged, this, &ContentView::createDisabledChanged);
     connect(&mgr_, &ArchiveManager::lastOutputURLChanged, this, &ContentView::hasOutputChanged);
     connect(&mgr_, &ArchiveManager::statusMessageChanged, this, &ContentView::statusLinesChanged);
+    connect(&appState_, &AppState::incomingFileChanged, this, &ContentView::takeIncomingFile);
+    takeIncomingFile();
+}
+
+/// Nothing is extracted until the user says so.
+void ContentView::takeIncomingFile() {
+    const QUrl file = appState_.incomingFile();
+    if (!file.isEmpty()) {
+        setMode(AppMode::extract);
+        setArchiveFile(file);
+        appState_.setIncomingFile({});
+    }
+}
+
+QString ContentView::siteLabel() {
+    return QStringLiteral("by ") + siteName();
 }
 
 QStringList ContentView::modes() {
@@ -266,6 +284,10 @@ QString ContentView::archiveFileSize() const {
 
 QString ContentView::archiveFileIcon() const {
     return archiveIcon(path(archiveFile_));
+}
+
+void ContentView::openSite() {
+    desktop_.openURL(siteURL());
 }
 
 } // namespace stowlark

@@ -3,6 +3,7 @@
 #include "archive/archive_manager.h"
 #include "desktop/desktop.h"
 #include "window/app_mode.h"
+#include "window/app_state.h"
 #include "window/file_list_model.h"
 
 #include <QObject>
@@ -21,6 +22,7 @@ class ContentView : public QObject {
 
     Q_PROPERTY(stowlark::ArchiveManager *mgr READ mgr CONSTANT)
     Q_PROPERTY(stowlark::FileListModel *files READ files CONSTANT)
+    Q_PROPERTY(QString siteLabel READ siteLabel CONSTANT)
     Q_PROPERTY(QStringList modes READ modes CONSTANT)
     Q_PROPERTY(QStringList formats READ formats CONSTANT)
     Q_PROPERTY(QStringList levels READ levels CONSTANT)
@@ -47,10 +49,12 @@ class ContentView : public QObject {
     Q_PROPERTY(bool hasOutput READ hasOutput NOTIFY hasOutputChanged)
 
 public:
-    explicit ContentView(Desktop desktop = systemDesktop(), Tools tools = {}, QObject *parent = nullptr);
+    explicit ContentView(Desktop desktop = systemDesktop(), Tools tools = {},
+                         AppState &appState = AppState::shared(), QObject *parent = nullptr);
 
     ArchiveManager *mgr() { return &mgr_; }
     FileListModel *files() { return &files_; }
+    static QString siteLabel();
     static QStringList modes();
     static QStringList formats();
     static QStringList levels();
@@ -107,6 +111,8 @@ public:
     Q_INVOKABLE void create();
     Q_INVOKABLE void extract();
     Q_INVOKABLE void showInFinder();
+    /// Opens the maker's site in the browser.
+    Q_INVOKABLE void openSite();
 
 Q_SIGNALS:
     void modeChanged();
@@ -123,6 +129,7 @@ Q_SIGNALS:
     void statusLinesChanged();
 
 private:
+    void takeIncomingFile();
     int modeIndex() const { return static_cast<int>(mode_); }
     void setModeIndex(int index);
     int formatIndex() const { return static_cast<int>(format_); }
@@ -139,6 +146,7 @@ private:
 
     Desktop desktop_;
     ArchiveManager mgr_;
+    AppState &appState_;
     AppMode mode_ = AppMode::compress;
     FileListModel files_;
     ArchiveFormat format_ = ArchiveFormat::zip;

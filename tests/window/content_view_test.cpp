@@ -1,4 +1,5 @@
 #include "foundation/file_url.h"
+#include "foundation/site.h"
 #include "support/test_folder.h"
 #include "window/content_view.h"
 
@@ -18,6 +19,7 @@ struct Choices {
     QList<QUrl> files{};
     std::optional<QUrl> folder{};
     QList<QUrl> revealed{};
+    QList<QUrl> opened{};
     Desktop desktop() {
         return {
             .chooseFilesAndFolders = [this]() -> QCoro::Task<QList<QUrl>> { co_return QList(files); },
@@ -25,7 +27,8 @@ struct Choices {
                 co_return files.isEmpty() ? std::nullopt : std::optional(files.first());
             },
             .chooseFolder = [this]() -> QCoro::Task<std::optional<QUrl>> { co_return std::optional(folder); },
-            .reveal = [this](const QUrl &item) { revealed += item; }};
+            .reveal = [this](const QUrl &item) { revealed += item; },
+            .openURL = [this](const QUrl &page) { opened += page; }};
     }
 };
 
@@ -52,6 +55,24 @@ private Q_SLOTS:
         QCOMPARE(view.level(), CompressionLevel::normal);
         QCOMPARE(view.archiveName(), u"archive"_qs);
         QVERIFY(view.createDisabled() && view.extractDisabled());
+    }
+
+    void takesWhatComesIn() {
+        Choices choices;
+        AppState state;
+        state.setIncomingFile(fileUrl("/before/a.zip"));
+        ContentView view(choices.desktop(), {}, state);
+        QCOMPARE(view.archiveFile(), fileUrl("/before/a.zip"));
+        view.setMode(AppMode::compress);
+        view.dropFiles({fileUrl("/kept")});
+        state.setIncomingFile(fileUrl("/elsewhere/notes.txt"));
+        QCOMPARE(view.mode(), AppMode::extract);
+        QCOMPARE(view.archiveFile(), fileUrl("/elsewhere/notes.txt"));
+        QCOMPARE(view.extractDir(), fileUrl("/elsewhere"));
+        QVERIFY(state.incomingFile().isEmpty());
+        QCOMPARE(view.files()->urls().size(), 1U);
+        view.openSite();
+        QCOMPARE(choices.opened, QList<QUrl>{siteURL()});
     }
 
     void namesTheOutput() {
