@@ -71,7 +71,7 @@ QString composed(const QString &name) {
 std::string fileName(std::u16string_view hfsName) {
     QString text = QString::fromUtf16(hfsName.data(), static_cast<qsizetype>(hfsName.size()));
     text.replace(u'/', u':');
-    const std::string name = composed(text).toStdString();
+    std::string name = composed(text).toStdString();
     const bool isStoredSo = hfsName.find(u':') == std::u16string_view::npos;
     if (!isStoredSo || name.empty() || name == "." || name == ".." || name.find('\0') != std::string::npos) {
         throw ImageError::damaged();

@@ -3,6 +3,7 @@
 #include "foundation/errors.h"
 #include "foundation/temporary_file.h"
 
+#include <array>
 #include <cerrno>
 #include <cstddef>
 
@@ -61,11 +62,11 @@ void ItemJournal::append(const VolumeItem &item) {
 }
 
 void ItemJournal::setCounts(std::uint64_t offset, std::uint32_t children, std::uint32_t folders) {
-    const std::uint32_t counts[]{children, folders};
+    const std::array<std::uint32_t, 2> counts{children, folders};
     static_assert(offsetof(VolumeItem::Numbers, folders) == offsetof(VolumeItem::Numbers, children) + 4);
     const auto at = static_cast<off_t>(offset + offsetof(VolumeItem::Numbers, children));
     if (std::fflush(writer_.get()) != 0 ||
-        ::pwrite(file_.get(), counts, sizeof counts, at) != sizeof counts) {
+        ::pwrite(file_.get(), counts.data(), sizeof counts, at) != sizeof counts) {
         fail();
     }
 }

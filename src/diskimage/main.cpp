@@ -4,7 +4,7 @@
 #include "diskimage/create.h"
 #include "foundation/errors.h"
 
-#include <cstdio>
+#include <QTextStream>
 
 namespace stowlark {
 namespace {
@@ -22,7 +22,7 @@ void run(const DetachCommand &command) {
 }
 
 void run(const HelpCommand &) {
-    std::fputs(usage, stdout);
+    QTextStream(stdout) << usage;
 }
 
 } // namespace
@@ -36,7 +36,7 @@ int main(int argc, char **argv) {
                    stowlark::parseCommandLine(arguments));
         return 0;
     } catch (const std::exception &error) {
-        std::fprintf(stderr, "%s\n", stowlark::localizedDescription(error).toUtf8().constData());
+        QTextStream(stderr) << stowlark::localizedDescription(error) << Qt::endl;
         return 1;
     }
 }

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <array>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -24,8 +25,8 @@ struct stat statusOf(const Path &item) {
 }
 
 void setDates(const Path &item, const struct stat &info) {
-    const timespec dates[]{info.st_atim, info.st_mtim};
-    ::utimensat(AT_FDCWD, item.c_str(), dates, AT_SYMLINK_NOFOLLOW);
+    const std::array<timespec, 2> dates{info.st_atim, info.st_mtim};
+    ::utimensat(AT_FDCWD, item.c_str(), dates.data(), AT_SYMLINK_NOFOLLOW);
 }
 
 void takePrefixOffTarget(const Path &link, const std::string &prefix, const struct stat &info) {

@@ -25,7 +25,7 @@ namespace {
 Path findSevenZip() {
     for (const char *const name : {"7z", "7zz"}) {
         for (const char *const folder : {"/usr/local/bin/", "/usr/bin/", "/bin/"}) {
-            const Path candidate = Path(folder) / name;
+            Path candidate = Path(folder) / name;
             std::error_code ignored;
             if (std::filesystem::exists(candidate, ignored)) {
                 return candidate;
@@ -44,7 +44,7 @@ QString run(const Path &tool, std::vector<std::string> arguments, const Path &im
     const Descriptor output = unlinkedTemporaryFile(O_APPEND);
     const bool succeeded = runChildInto(
         {.tool = tool, .arguments = std::move(arguments), .workingDirectory = folder}, output.get());
-    const QString text = QString::fromUtf8(wholeContents(output.get())).trimmed();
+    QString text = QString::fromUtf8(wholeContents(output.get())).trimmed();
     if (!succeeded) {
         static const QRegularExpression emptyLines(QStringLiteral("\n\\s*\n"));
         throw ImageError(QStringLiteral("The disk image “%1” couldn’t be unpacked. 7z says:\n%2")
@@ -82,12 +82,12 @@ bool isFolder(const Path &path) {
     return std::filesystem::is_directory(std::filesystem::symlink_status(path));
 }
 
-/// Moves what `folder` holds up into `target`, and removes it.
-void moveUp(const Path &folder, const Path &target) {
-    for (const std::string &name : namesIn(folder)) {
-        std::filesystem::rename(folder / name, target / name);
+/// Moves what `inner` holds up into the folder that holds it, and removes it.
+void moveUp(const Path &inner) {
+    for (const std::string &name : namesIn(inner)) {
+        std::filesystem::rename(inner / name, inner.parent_path() / name);
     }
-    std::filesystem::remove(folder);
+    std::filesystem::remove(inner);
 }
 
 /// An HFS+ volume comes out with a folder around it, named after the volume unless no folder can be.
@@ -96,7 +96,7 @@ void takeVolumeOutOfItsFolder(const Path &folder) {
     if (names.size() == 1 && isFolder(folder / names.front())) {
         const Path aside = folder / ".stowlark-volume";
         std::filesystem::rename(folder / names.front(), aside);
-        moveUp(aside, folder);
+        moveUp(aside);
     }
     // The contents of hard links are apart from their names, which 7-Zip leaves empty.
     const Path links = folder / "[HFS+ Private Data]";
@@ -148,7 +148,7 @@ void unpackPartitions(const Path &tool, const Path &folder) {
         }
         std::filesystem::remove(folder / name);
         if (volumes.size() == 1) {
-            moveUp(into, folder);
+            moveUp(into);
         } else {
             std::filesystem::rename(into, folder / deletingPathExtension(name));
         }
@@ -167,7 +167,7 @@ AttachedItems unpackWithSevenZip(const Path &image, const Path &folder) {
     if (!unpackVolume(tool, std::filesystem::absolute(image), aside)) {
         unpackPartitions(tool, aside);
     }
-    moveUp(aside, folder);
+    moveUp(aside);
     return everythingIn(folder);
 }
 

@@ -85,7 +85,7 @@ void UdifWriter::store(const Chunk &chunk) {
     dataLength_ += bytes.size();
 }
 
-Bytes UdifWriter::table(const Partition &partition, std::size_t index) const {
+Bytes UdifWriter::table(const Partition &partition, std::size_t index) {
     Bytes table;
     table.reserve(204 + 40 * (partition.runs.size() + 1));
     BigEndian to(table);

@@ -43,7 +43,7 @@ private:
     };
 
     void store(const Chunk &chunk);
-    Bytes table(const Partition &partition, std::size_t index) const;
+    static Bytes table(const Partition &partition, std::size_t index);
     void writePropertyList();
     void writeResource(const std::string &id, const std::string &name, ByteSpan data, bool hasCoreName);
     Bytes trailer(std::uint64_t propertyListOffset) const;

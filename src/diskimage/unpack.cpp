@@ -6,6 +6,7 @@
 #include "foundation/descriptor.h"
 #include "foundation/errors.h"
 
+#include <array>
 #include <cerrno>
 #include <climits>
 #include <set>
@@ -87,8 +88,8 @@ private:
 
     void setDate(int file, std::uint32_t hfsDate, const std::string &path) const {
         const timespec date{static_cast<time_t>(unixSeconds(hfsDate)), 0};
-        const timespec dates[]{date, date};
-        check(::futimens(file, dates), path);
+        const std::array<timespec, 2> dates{date, date};
+        check(::futimens(file, dates.data()), path);
     }
 
     void makeLink(const HfsReader::Item &item, int folder, const std::string &name, const std::string &path) {
@@ -104,8 +105,8 @@ private:
         }
         check(::symlinkat(target.c_str(), folder, name.c_str()), path);
         const timespec date{static_cast<time_t>(unixSeconds(item.modified)), 0};
-        const timespec dates[]{date, date};
-        check(::utimensat(folder, name.c_str(), dates, AT_SYMLINK_NOFOLLOW), path);
+        const std::array<timespec, 2> dates{date, date};
+        check(::utimensat(folder, name.c_str(), dates.data(), AT_SYMLINK_NOFOLLOW), path);
     }
 
     void makeFile(const HfsReader::Item &item, int folder, const std::string &name, const std::string &path) {

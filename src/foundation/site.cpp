@@ -7,7 +7,7 @@ QString siteName() {
 }
 
 QUrl siteURL() {
-    const QUrl url(QStringLiteral("https://" STOWLARK_SITE "/"), QUrl::StrictMode);
+    QUrl url(QStringLiteral("https://" STOWLARK_SITE "/"), QUrl::StrictMode);
     if (!url.isValid() || url.host().isEmpty()) {
         qFatal("%s is no name of a web site", STOWLARK_SITE);
     }

@@ -286,7 +286,7 @@ QString ContentView::archiveFileIcon() const {
     return archiveIcon(path(archiveFile_));
 }
 
-void ContentView::openSite() {
+void ContentView::openSite() const {
     desktop_.openURL(siteURL());
 }
 

@@ -112,7 +112,7 @@ public:
     Q_INVOKABLE void extract();
     Q_INVOKABLE void showInFinder();
     /// Opens the maker's site in the browser.
-    Q_INVOKABLE void openSite();
+    Q_INVOKABLE void openSite() const;
 
 Q_SIGNALS:
     void modeChanged();
