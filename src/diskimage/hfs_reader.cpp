@@ -8,10 +8,7 @@
 namespace stowlark {
 namespace {
 
-constexpr std::uint64_t largestCatalog = 256 << 20; ///< bytes; it is read whole
-constexpr std::uint64_t headerOffset = 1024;        ///< bytes
-constexpr std::size_t descriptorSize = 14;
-constexpr std::uint8_t leafNode = 0xFF;
+constexpr std::uint64_t largestCatalog = 256 << 20;   ///< bytes; it is read whole
 constexpr std::uint8_t compressedByFileSystem = 0x20; ///< among the owner's flags
 constexpr std::uint32_t hardLink = 0x686C6E6B;        ///< hlnk
 constexpr std::uint32_t folderLink = 0x66647270;      ///< fdrp
