@@ -7,22 +7,8 @@
 #include "foundation/descriptor.h"
 #include "foundation/remove_item.h"
 
-#include <cerrno>
-
-#include <fcntl.h>
-
 namespace stowlark {
 namespace {
-
-std::vector<FolderEntry> entriesOf(const Path &folder) {
-    const Descriptor opened = openFolder(AT_FDCWD, folder.c_str());
-    std::vector<FolderEntry> entries;
-    const int error = opened ? readFolder(opened.get(), entries) : errno;
-    if (error != 0) {
-        throw PlatformError(PlatformError::Action::openFolder, folder, error);
-    }
-    return entries;
-}
 
 AttachedItems unpack(const Path &image, const Path &folder) {
     try {
@@ -32,12 +18,12 @@ AttachedItems unpack(const Path &image, const Path &folder) {
     }
 }
 
+/// Ignores what goes wrong: something else has already.
 void empty(const Path &folder) {
-    for (const FolderEntry &entry : entriesOf(folder)) {
-        if (entry.isFolder) {
-            removeOwnFolder(folder / entry.name);
-        } else {
-            removeItem(folder / entry.name);
+    for (const std::string &name : namesIn(folder)) {
+        std::error_code ignored;
+        if (!removeOwnFolder(folder / name)) {
+            std::filesystem::remove(folder / name, ignored);
         }
     }
 }
@@ -45,7 +31,7 @@ void empty(const Path &folder) {
 } // namespace
 
 void attachImage(const AttachCommand &command) {
-    if (!entriesOf(command.mountPoint).empty()) {
+    if (!namesIn(command.mountPoint).empty()) {
         throw ImageError(
             QStringLiteral("A disk image can only be attached at an empty folder, and “%1” isn’t empty.")
                 .arg(displayText(lastPathComponent(command.mountPoint))));

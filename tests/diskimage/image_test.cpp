@@ -5,7 +5,6 @@
 #include "support/snapshot.h"
 #include "support/test_folder.h"
 
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QStandardPaths>
