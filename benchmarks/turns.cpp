@@ -5,44 +5,17 @@
 #include "foundation/file_url.h"
 #include "inputs.h"
 #include "interruption.h"
+#include "longest_gap.h"
 #include "measure.h"
 
 #include <QCoro/QCoroTask>
 
-#include <QElapsedTimer>
-#include <QTimer>
+#include <QCoreApplication>
+#include <QProcess>
 
-#include <algorithm>
 #include <cstdio>
 
 namespace stowlark {
-namespace {
-
-/// The longest time between two turns of the event loop.
-class LongestGap {
-public:
-    LongestGap() {
-        QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { turn(); });
-        timer_.setTimerType(Qt::PreciseTimer);
-        timer_.start(5);
-        sinceTurn_.start();
-    }
-
-    void turn() {
-        longest_ = std::max(longest_, sinceTurn_.nsecsElapsed());
-        sinceTurn_.start();
-    }
-
-    double milliseconds() const { return static_cast<double>(longest_) / 1e6; }
-
-private:
-    QTimer timer_;
-    QElapsedTimer sinceTurn_;
-    qint64 longest_ = 0;
-};
-
-} // namespace
-
 void measureTurns(const Path &folder) {
     constexpr double limit = 50;
     const Path tree = folder / "tiny files";
@@ -60,6 +33,14 @@ void measureTurns(const Path &folder) {
     }
     std::printf("Longest gap between turns of the event loop, 100,000 files: %.1f ms, limit %.0f ms  %s\n",
                 gap.milliseconds(), limit, verdict(gap.milliseconds(), limit));
+}
+
+void measureWindowTurns(const Path &folder) {
+    std::fflush(stdout);
+    const QString program = QCoreApplication::applicationDirPath() + QStringLiteral("/stowlark_window_turns");
+    if (QProcess::execute(program, {QString::fromStdString(folder / "tiny files")}) != 0) {
+        throw Failure(QStringLiteral("the measurement of the window failed"));
+    }
 }
 
 } // namespace stowlark

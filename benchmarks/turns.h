@@ -8,4 +8,7 @@ namespace stowlark {
 /// Works in `folder`, as the lines of the table do.
 void measureTurns(const Path &folder);
 
+/// Drops those 100,000 files on the real window, without a screen, and scrolls through them.
+void measureWindowTurns(const Path &folder);
+
 } // namespace stowlark

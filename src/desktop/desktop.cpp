@@ -3,8 +3,10 @@
 #include "desktop/open_panel.h"
 #include "desktop/workspace.h"
 
+#include <QClipboard>
 #include <QDesktopServices>
 #include <QDir>
+#include <QGuiApplication>
 #include <QStandardPaths>
 
 namespace stowlark {
@@ -14,7 +16,8 @@ Desktop systemDesktop() {
             .chooseArchive = &chooseArchive,
             .chooseFolder = &chooseFolder,
             .reveal = &reveal,
-            .openURL = [](const QUrl &page) { QDesktopServices::openUrl(page); }};
+            .openURL = [](const QUrl &page) { QDesktopServices::openUrl(page); },
+            .copyText = [](const QString &text) { QGuiApplication::clipboard()->setText(text); }};
 }
 
 QUrl desktopURL() {

@@ -3,6 +3,7 @@
 #include <QCoro/QCoroTask>
 
 #include <QList>
+#include <QString>
 #include <QUrl>
 
 #include <functional>
@@ -20,6 +21,8 @@ struct Desktop {
     std::function<void(const QUrl &)> reveal;
     /// Opens a page in the browser.
     std::function<void(const QUrl &)> openURL;
+    /// Puts a text on the clipboard.
+    std::function<void(const QString &)> copyText;
 };
 
 /// The desktop that the program runs on. Needs a QApplication.

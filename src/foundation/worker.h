@@ -3,8 +3,11 @@
 #include <QCoro/QCoroFuture>
 #include <QCoro/QCoroTask>
 
+#include <QThread>
+#include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
 
+#include <algorithm>
 #include <exception>
 #include <optional>
 #include <type_traits>
@@ -13,6 +16,18 @@
 
 namespace stowlark {
 
+/// The threads that work is done on: some more than the machine has cores, as one of them may do nothing but
+/// wait for a tool for minutes.
+inline QThreadPool &workers() {
+    static QThreadPool pool;
+    static const bool enlarged = [] {
+        pool.setMaxThreadCount(std::max(8, QThread::idealThreadCount()));
+        return true;
+    }();
+    static_cast<void>(enlarged);
+    return pool;
+}
+
 /// Runs `work` on a worker thread while the awaiting coroutine is suspended; resumes it on the thread that
 /// awaits, with the result or the exception of `work`.
 template <typename Work>
@@ -20,7 +35,7 @@ QCoro::Task<std::invoke_result_t<Work>> onWorker(Work work) {
     using Result = std::invoke_result_t<Work>;
     std::optional<std::conditional_t<std::is_void_v<Result>, std::monostate, Result>> result;
     std::exception_ptr failure;
-    const QFuture<void> finished = QtConcurrent::run([&] {
+    const QFuture<void> finished = QtConcurrent::run(&workers(), [&] {
         try {
             if constexpr (std::is_void_v<Result>) {
                 work();

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
+import Stowlark.Window
 
 /// The large button at the foot of a pane; it cannot be pressed while disabled or busy.
 Button {
@@ -11,9 +12,9 @@ Button {
     required property bool disabled
     required property color tint
 
-    implicitHeight: 52
+    implicitHeight: Math.max(52, label.implicitHeight + 20)
     enabled: !disabled && !busy
-    font.pixelSize: 15
+    font.pointSize: Theme.points(15)
     font.weight: Font.DemiBold
     Keys.onReturnPressed: root.clicked()
 
@@ -39,9 +40,14 @@ Button {
             }
 
             Text {
+                id: label
+
+                Layout.maximumWidth: root.width - 70
                 text: root.text
                 font: root.font
                 color: "white"
+                wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignHCenter
             }
         }
     }
@@ -73,6 +79,7 @@ Button {
             anchors.fill: parent
             radius: 14
             from: root.tint
+            to: Theme.accentEnd
             opacity: root.disabled ? 0 : 1
 
             Behavior on opacity {

@@ -25,12 +25,27 @@ ListView {
     rightMargin: 20
     boundsBehavior: Flickable.StopAtBounds
     currentIndex: -1 // a list gives its current item the focus
+    reuseItems: true
 
     FocusFollower {
         pane: root
     }
 
+    Card { // around the list; no taller than the eye can see, as 100,000 rows are too tall to be drawn
+        readonly property real begin: root.headerItem.y + root.headerItem.listY
+        readonly property real end: root.footerItem.y + 16
+
+        parent: root.contentItem
+        z: -1
+        visible: root.count > 0
+        width: root.width - 40
+        y: Math.max(begin, root.contentY - 50)
+        height: Math.min(end, root.contentY + root.height + 50) - y
+    }
+
     header: ColumnLayout {
+        readonly property real listY: listHeader.y - 16
+
         width: root.width - 40
         spacing: 14
         onHeightChanged: Qt.callLater(root.positionViewAtBeginning)
@@ -45,11 +60,16 @@ ListView {
             browseLabel: qsTr("Browse Files…")
             tint: Theme.accentStart
             onHoveringChanged: root.view.isDragOver = hovering
-            onDropped: urls => root.view.dropFiles(urls)
+            onDropped: uriList => root.view.dropFiles(uriList)
             onBrowse: root.view.browseFiles()
         }
 
         RowLayout {
+            id: listHeader
+
+            Layout.topMargin: 16
+            Layout.leftMargin: 16
+            Layout.rightMargin: 16
             Layout.bottomMargin: 5
             visible: root.view.files.count > 0
 
@@ -74,7 +94,7 @@ ListView {
                 Layout.alignment: Qt.AlignBaseline
                 text: root.view.files.totalSize === "" ? "" : "• " + root.view.files.totalSize
                 color: Theme.secondary
-                font.pixelSize: 12
+                font.pointSize: Theme.points(12)
             }
 
             TextButton {
@@ -91,7 +111,8 @@ ListView {
     }
 
     delegate: FileRow {
-        width: root.width - 40
+        x: 16
+        width: root.width - 72
         current: index === root.currentRow && root.rowsFocused
         onRemove: root.view.removeFile(url)
     }
@@ -102,7 +123,7 @@ ListView {
 
         SettingsCard {
             Layout.fillWidth: true
-            Layout.topMargin: root.view.files.count > 0 ? 14 : 0
+            Layout.topMargin: root.view.files.count > 0 ? 30 : 0
             view: root.view
         }
 

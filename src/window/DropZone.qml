@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
+import Stowlark.Window
 
 /// A box that takes dropped files.
 Rectangle {
@@ -9,11 +10,13 @@ Rectangle {
     required property string title
     required property string hoverTitle
     required property string detail
+    property real detailSize: 12
+    property real detailSpacing: 0
     required property string browseLabel
     required property color tint
     property alias hovering: drop.containsDrag
 
-    signal dropped(var urls)
+    signal dropped(var uriList)
     signal browse
 
     implicitHeight: column.implicitHeight + 48
@@ -33,9 +36,12 @@ Rectangle {
         radius: root.radius
     }
 
-    HoverOutline {
+    AccentFill {
         anchors.fill: parent
         radius: root.radius
+        lineWidth: 2
+        from: Theme.accentStart
+        to: Theme.accentEnd
         opacity: root.hovering ? 1 : 0
 
         Behavior on opacity {
@@ -53,7 +59,7 @@ Rectangle {
         keys: ["text/uri-list"]
         onDropped: event => {
             event.accept(Qt.CopyAction); // never a move: the originals stay
-            root.dropped(event.urls);
+            root.dropped(event.getDataAsArrayBuffer("text/uri-list"));
         }
     }
 
@@ -87,17 +93,24 @@ Rectangle {
 
         Text {
             Layout.alignment: Qt.AlignHCenter
+            Layout.maximumWidth: root.width - 40
             text: root.hovering ? root.hoverTitle : root.title
             color: Theme.primary
-            font.pixelSize: 15
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+            font.pointSize: Theme.points(15)
             font.weight: Font.DemiBold
         }
 
         Text {
             Layout.alignment: Qt.AlignHCenter
+            Layout.maximumWidth: root.width - 40
             text: root.detail
             color: Theme.secondary
-            font.pixelSize: 12
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+            font.pointSize: Theme.points(root.detailSize)
+            font.letterSpacing: root.detailSpacing
         }
 
         PillButton {

@@ -38,10 +38,12 @@ Flickable {
             title: qsTr("Drop an archive here")
             hoverTitle: qsTr("Release to select archive")
             detail: qsTr("ZIP  •  TAR.GZ  •  7Z  •  RAR  •  DMG")
+            detailSize: 11
+            detailSpacing: 1
             browseLabel: qsTr("Browse Archive…")
             tint: Theme.accentEnd
             onHoveringChanged: root.view.isExtractDragOver = hovering
-            onDropped: urls => root.view.dropArchives(urls)
+            onDropped: uriList => root.view.dropArchives(uriList)
             onBrowse: root.view.browseArchive()
         }
 
@@ -56,6 +58,8 @@ Flickable {
                     implicitWidth: 44
                     implicitHeight: 44
                     radius: 10
+                    from: Theme.accentStart
+                    to: Theme.accentEnd
 
                     Symbol {
                         anchors.centerIn: parent
@@ -75,7 +79,7 @@ Flickable {
                         color: Theme.primary
                         elide: Text.ElideMiddle
                         maximumLineCount: 1
-                        font.pixelSize: 14
+                        font.pointSize: Theme.points(14)
                         font.weight: Font.DemiBold
                     }
 
@@ -86,14 +90,14 @@ Flickable {
                         color: Theme.secondary
                         elide: Text.ElideMiddle
                         maximumLineCount: 1
-                        font.pixelSize: 11
+                        font.pointSize: Theme.points(11)
                     }
                 }
 
                 Text {
                     text: root.view.archiveFileSize
                     color: Theme.secondary
-                    font.pixelSize: 11
+                    font.pointSize: Theme.points(11)
                     font.weight: Font.Medium
                 }
 
@@ -124,7 +128,7 @@ Flickable {
                 text: qsTr("A folder named after the archive will be created here.")
                 wrapMode: Text.Wrap
                 color: Theme.secondary
-                font.pixelSize: 11
+                font.pointSize: Theme.points(11)
             }
         }
 

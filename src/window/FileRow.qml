@@ -17,6 +17,40 @@ Rectangle {
     signal remove
 
     implicitHeight: row.implicitHeight + 16
+    ListView.onReused: {
+        opacity = 1;
+        height = Qt.binding(() => implicitHeight);
+    }
+    ListView.onRemove: SequentialAnimation {
+        PropertyAction {
+            target: root
+            property: "ListView.delayRemove"
+            value: true
+        }
+
+        ParallelAnimation {
+            NumberAnimation {
+                target: root
+                property: "opacity"
+                to: 0
+                duration: 150
+            }
+
+            NumberAnimation {
+                target: root
+                property: "height"
+                to: 0
+                duration: 150
+                easing.type: Easing.InOutQuad
+            }
+        }
+
+        PropertyAction {
+            target: root
+            property: "ListView.delayRemove"
+            value: false
+        }
+    }
     radius: 10
     color: Theme.rowSurface
     border.color: current ? Theme.accentStart : Theme.rowBorder
@@ -53,12 +87,12 @@ Rectangle {
 
             Text {
                 Layout.fillWidth: true
-                text: root.isFolder ? root.name + "/" : root.name
+                text: root.name
                 textFormat: Text.PlainText
                 color: Theme.primary
                 elide: Text.ElideMiddle
                 maximumLineCount: 1
-                font.pixelSize: 13
+                font.pointSize: Theme.points(13)
                 font.weight: Font.Medium
             }
 
@@ -69,7 +103,7 @@ Rectangle {
                 color: Theme.secondary
                 elide: Text.ElideMiddle
                 maximumLineCount: 1
-                font.pixelSize: 11
+                font.pointSize: Theme.points(11)
             }
         }
 

@@ -39,7 +39,7 @@ Rectangle {
             color: Theme.primary
             elide: Text.ElideMiddle
             maximumLineCount: 1
-            font.pixelSize: 13
+            font.pointSize: Theme.points(13)
         }
 
         PillButton {

@@ -10,7 +10,7 @@ ApplicationWindow {
 
     title: "Stowlark"
     width: 580
-    height: 720
+    height: Math.min(820, Screen.desktopAvailableHeight - 40)
     minimumWidth: 560
     minimumHeight: 620
     visible: true
@@ -68,14 +68,14 @@ ApplicationWindow {
                 Text {
                     text: "Stowlark"
                     color: Theme.primary
-                    font.pixelSize: 17
+                    font.pointSize: Theme.points(17)
                     font.weight: Font.Bold
                 }
 
                 TextButton {
                     text: root.view.siteLabel
                     color: Theme.faded(Theme.accentStart, 0.85)
-                    font.pixelSize: 11
+                    font.pointSize: Theme.points(11)
                     font.weight: Font.Normal
                     padding: 0
                     Accessible.role: Accessible.Link

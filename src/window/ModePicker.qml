@@ -35,7 +35,7 @@ Rectangle {
                 readonly property bool selected: root.view.mode === index
 
                 text: modelData
-                font.pixelSize: 13
+                font.pointSize: Theme.points(13)
                 font.weight: Font.Medium
                 horizontalPadding: 16
                 verticalPadding: 6
@@ -52,6 +52,8 @@ Rectangle {
                     AccentFill {
                         anchors.fill: parent
                         radius: 8
+                        from: Theme.accentStart
+                        to: Theme.accentEnd
                         opacity: tab.selected ? 1 : 0
 
                         Behavior on opacity {

@@ -17,7 +17,7 @@ Card {
     Text {
         text: qsTr("Archive Name")
         color: Theme.secondary
-        font.pixelSize: 11
+        font.pointSize: Theme.points(11)
         font.weight: Font.Medium
     }
 
@@ -26,8 +26,8 @@ Card {
 
         TextField {
             Layout.fillWidth: true
-            implicitHeight: 30
-            font.pixelSize: 13
+            implicitHeight: Math.max(30, contentHeight + 12)
+            font.pointSize: Theme.points(13)
             Accessible.name: qsTr("Archive Name")
             placeholderText: qsTr("archive")
             text: root.view.archiveName
@@ -45,7 +45,7 @@ Card {
         Tag {
             text: root.view.extensionLabel
             textColor: Theme.primary
-            font.pixelSize: 13
+            font.pointSize: Theme.points(13)
             horizontalPadding: 10
             verticalPadding: 6
             radius: 7
@@ -56,7 +56,7 @@ Card {
     Text {
         text: qsTr("Save To")
         color: Theme.secondary
-        font.pixelSize: 11
+        font.pointSize: Theme.points(11)
         font.weight: Font.Medium
     }
 

@@ -5,8 +5,8 @@ import QtQuick.Controls.Basic
 ComboBox {
     id: root
 
-    implicitHeight: 32
-    font.pixelSize: 13
+    implicitHeight: Math.max(32, implicitContentHeight + 12)
+    font.pointSize: Theme.points(13)
     leftPadding: 0 // the text has its own
 
     background: Rectangle {

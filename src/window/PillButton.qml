@@ -6,7 +6,7 @@ Button {
 
     property bool small: false
 
-    font.pixelSize: small ? 11 : 13
+    font.pointSize: Theme.points(small ? 11 : 13)
     font.weight: Font.Medium
     horizontalPadding: small ? 10 : 14
     verticalPadding: small ? 5 : 7

@@ -23,7 +23,7 @@ RowLayout {
 
         Layout.alignment: Qt.AlignBaseline
         color: Theme.primary
-        font.pixelSize: 13
+        font.pointSize: Theme.points(13)
         font.weight: Font.DemiBold
         textFormat: Text.PlainText
     }

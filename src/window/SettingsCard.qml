@@ -19,7 +19,7 @@ Card {
         Text {
             text: qsTr("Format")
             color: Theme.secondary
-            font.pixelSize: 11
+            font.pointSize: Theme.points(11)
             font.weight: Font.Medium
         }
 
@@ -49,7 +49,7 @@ Card {
                 textFormat: Text.PlainText
                 wrapMode: Text.Wrap
                 color: Theme.warning
-                font.pixelSize: 11
+                font.pointSize: Theme.points(11)
             }
         }
     }
@@ -60,7 +60,7 @@ Card {
         Text {
             text: qsTr("Compression")
             color: Theme.secondary
-            font.pixelSize: 11
+            font.pointSize: Theme.points(11)
             font.weight: Font.Medium
         }
 

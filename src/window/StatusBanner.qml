@@ -42,7 +42,7 @@ Rectangle {
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: root.textColor
-            font.pixelSize: 13
+            font.pointSize: Theme.points(13)
         }
 
         ListView {
@@ -65,8 +65,15 @@ Rectangle {
                 textFormat: Text.PlainText
                 wrapMode: Text.Wrap
                 color: root.textColor
-                font.pixelSize: 13
+                font.pointSize: Theme.points(13)
             }
+        }
+
+        TextButton {
+            visible: root.mgr.statusIsError
+            text: qsTr("Copy")
+            Accessible.name: qsTr("Copy the message")
+            onClicked: root.view.copyStatus()
         }
 
         TextButton {

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A symbol that goes with text of the size `size`. It stands on whole pixels of the device.
+/// A symbol that goes with text of `size`, also where the desktop enlarges its texts. It stands on whole pixels of the device.
 Item {
     id: root
 
@@ -8,9 +8,10 @@ Item {
     required property real size
     property color color: Theme.primary
 
+    readonly property real scaledSize: Theme.points(size) * Screen.logicalPixelDensity * 25.4 / 72
     readonly property real ratio: Screen.devicePixelRatio
     /// An even number, for the middle of a tile.
-    readonly property int pixels: 2 * Math.round(size * ratio * 2 / 3)
+    readonly property int pixels: 2 * Math.round(scaledSize * ratio * 2 / 3)
 
     function align() {
         const x = (width - image.width) / 2;
@@ -22,7 +23,7 @@ Item {
 
     implicitWidth: pixels / ratio
     implicitHeight: pixels / ratio
-    baselineOffset: height / 2 + size * 0.36 // half of a capital's height
+    baselineOffset: height / 2 + scaledSize * 0.36 // half of a capital's height
 
     Image {
         id: image

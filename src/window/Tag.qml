@@ -24,7 +24,7 @@ Rectangle {
 
         anchors.centerIn: parent
         color: Theme.secondary
-        font.pixelSize: 11
+        font.pointSize: Theme.points(11)
         font.weight: Font.Medium
         textFormat: Text.PlainText
     }

@@ -7,7 +7,7 @@ AbstractButton {
 
     property color color: Theme.primary
 
-    font.pixelSize: 12
+    font.pointSize: Theme.points(12)
     font.weight: Font.Medium
     padding: 4
     opacity: down ? 0.6 : 1

@@ -17,12 +17,17 @@ QtObject {
     readonly property color primary: system.windowText
     readonly property color secondary: Qt.rgba(primary.r, primary.g, primary.b, 0.6)
     readonly property color window: system.window
-    readonly property color success: "#30b158"
-    readonly property color folder: "#0a84ff"
-    readonly property color danger: "#ff453a"
-    readonly property color warning: "#ff9f0a"
+    readonly property color success: isLight ? "#248a3d" : "#30d158"
+    readonly property color folder: isLight ? "#007aff" : "#0a84ff"
+    readonly property color danger: isLight ? "#d70015" : "#ff453a"
+    readonly property color warning: isLight ? "#b45309" : "#ff9f0a"
 
     readonly property SystemPalette system: SystemPalette {}
+
+    /// The size in points that is this many pixels where the desktop does not enlarge its texts.
+    function points(pixels: real): real {
+        return Qt.platform.os === "linux" ? pixels * 0.75 : pixels;
+    }
 
     function white(opacity: real): color {
         return Qt.rgba(1, 1, 1, opacity);

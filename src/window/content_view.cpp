@@ -3,6 +3,7 @@
 #include "foundation/file_url.h"
 #include "foundation/site.h"
 #include "window/file_display.h"
+#include "window/uri_list.h"
 
 #include <algorithm>
 
@@ -41,17 +42,6 @@ QString fileExtension(ArchiveFormat format) {
         return QStringLiteral("dmg");
     }
     return {};
-}
-
-/// Paths without a slash at the end, so that equal files have equal URLs.
-QList<QUrl> onlyFiles(const QList<QUrl> &urls) {
-    QList<QUrl> result;
-    for (const QUrl &url : urls) {
-        if (isFileUrl(url)) {
-            result.append(fileUrl(path(url)));
-        }
-    }
-    return result;
 }
 
 } // namespace
@@ -162,7 +152,7 @@ QString ContentView::toolWarning() const {
 }
 
 bool ContentView::createDisabled() const {
-    return files_.urls().empty() || trimmedBlanks(archiveName_).isEmpty();
+    return files_.count() == 0 || files_.isAdding() || trimmedBlanks(archiveName_).isEmpty();
 }
 
 QStringList ContentView::statusLines() const {
@@ -185,25 +175,25 @@ void ContentView::setArchiveFile(const QUrl &url) {
     mgr_.clearStatus();
 }
 
-void ContentView::dropFiles(const QList<QUrl> &urls) {
-    files_.add(onlyFiles(urls));
+void ContentView::dropFiles(const QByteArray &uriList) {
+    files_.add(uriList);
 }
 
-void ContentView::dropArchives(const QList<QUrl> &urls) {
-    for (const QUrl &url : onlyFiles(urls)) {
-        setArchiveFile(url);
+void ContentView::dropArchives(const QByteArray &uriList) {
+    if (const auto archive = lastFile(uriList)) {
+        setArchiveFile(*archive);
     }
 }
 
 void ContentView::browseFiles() {
     QCoro::connect(desktop_.chooseFilesAndFolders(), this,
-                   [this](const QList<QUrl> &urls) { dropFiles(urls); });
+                   [this](const QList<QUrl> &urls) { dropFiles(uriList(urls)); });
 }
 
 void ContentView::browseArchive() {
     QCoro::connect(desktop_.chooseArchive(), this, [this](const std::optional<QUrl> &url) {
         if (url) {
-            dropArchives({*url});
+            setArchiveFile(*url);
         }
     });
 }
@@ -262,6 +252,10 @@ void ContentView::showInFinder() {
     }
 }
 
+void ContentView::copyStatus() const {
+    desktop_.copyText(mgr_.statusMessage());
+}
+
 QString ContentView::outputDirText() const {
     return displayText(path(outputDir_).native());
 }
@@ -279,7 +273,7 @@ QString ContentView::archiveFileFolder() const {
 }
 
 QString ContentView::archiveFileSize() const {
-    return fileSize(path(archiveFile_)).value_or(QString());
+    return fileSize(fileAttributes(path(archiveFile_))).value_or(QString());
 }
 
 QString ContentView::archiveFileIcon() const {

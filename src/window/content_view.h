@@ -82,7 +82,7 @@ public:
     QString extensionLabel() const;
     /// Empty where there is nothing to warn about. Looks the tool up each time.
     QString toolWarning() const;
-    /// Nothing to archive, or no name.
+    /// Nothing to archive, files still being added, or no name.
     bool createDisabled() const;
     bool extractDisabled() const { return archiveFile_.isEmpty(); }
     /// The status message in pieces of bounded length, so that only those in sight have to be laid out.
@@ -93,9 +93,10 @@ public:
     /// Selects the archive to extract, next to which it will be unpacked.
     void setArchiveFile(const QUrl &url);
 
-    /// Both ignore what is no file URL. The last archive dropped stays selected.
-    Q_INVOKABLE void dropFiles(const QList<QUrl> &urls);
-    Q_INVOKABLE void dropArchives(const QList<QUrl> &urls);
+    /// Both take the type text/uri-list and ignore what is no file of this machine. Of several archives the
+    /// last one is selected.
+    Q_INVOKABLE void dropFiles(const QByteArray &uriList);
+    Q_INVOKABLE void dropArchives(const QByteArray &uriList);
 
     Q_INVOKABLE void browseFiles();
     Q_INVOKABLE void browseArchive();
@@ -111,6 +112,8 @@ public:
     Q_INVOKABLE void create();
     Q_INVOKABLE void extract();
     Q_INVOKABLE void showInFinder();
+    /// Puts the status message on the clipboard.
+    Q_INVOKABLE void copyStatus() const;
     /// Opens the maker's site in the browser.
     Q_INVOKABLE void openSite() const;
 

@@ -27,25 +27,25 @@ QString symbolOf(const Path &file, const QList<Kind> &kinds) {
 
 } // namespace
 
-bool isFolder(const Path &file) {
-    struct stat info {};
-    return ::stat(file.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
-}
-
-std::optional<qint64> attributeSize(const Path &file) {
+FileAttributes fileAttributes(const Path &file) {
+    FileAttributes attributes;
     struct stat info {};
     if (::lstat(file.c_str(), &info) != 0) {
-        return std::nullopt;
+        return attributes;
     }
-    return info.st_size;
+    attributes.size = info.st_size;
+    if (S_ISLNK(info.st_mode) && ::stat(file.c_str(), &info) != 0) {
+        return attributes;
+    }
+    attributes.isFolder = S_ISDIR(info.st_mode);
+    return attributes;
 }
 
-std::optional<QString> fileSize(const Path &file) {
-    if (isFolder(file)) {
+std::optional<QString> fileSize(const FileAttributes &attributes) {
+    if (attributes.isFolder || !attributes.size) {
         return std::nullopt;
     }
-    const auto size = attributeSize(file);
-    return size ? std::optional(byteCountText(*size)) : std::nullopt;
+    return byteCountText(*attributes.size);
 }
 
 QString smartIcon(const Path &file) {

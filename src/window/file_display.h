@@ -6,18 +6,19 @@
 
 #include <optional>
 
-/// What rows show of a file: plain look-ups, nothing cached.
+/// What the window shows of a file.
 namespace stowlark {
 
-/// Also a link to one.
-bool isFolder(const Path &file);
+/// What the file system says of an item.
+struct FileAttributes {
+    bool isFolder = false;      ///< also a link to one
+    std::optional<qint64> size; ///< in bytes, its own (a folder is not walked); none if it could not be read
+};
 
-/// The size in bytes that the item's own attributes report (a folder is not walked); none if they cannot be
-/// read.
-std::optional<qint64> attributeSize(const Path &file);
+FileAttributes fileAttributes(const Path &file);
 
-/// The size as text; none for a folder or what cannot be read.
-std::optional<QString> fileSize(const Path &file);
+/// The size as text; none for a folder or what could not be read.
+std::optional<QString> fileSize(const FileAttributes &attributes);
 
 /// The symbols that stand for a file: in a row of the list, and for the archive to extract. They go by the
 /// last extension alone.

@@ -2,10 +2,13 @@
 
 #include "foundation/byte_count.h"
 #include "foundation/file_url.h"
-#include "window/file_display.h"
+#include "foundation/worker.h"
+#include "window/uri_list.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
 
 #include <algorithm>
-#include <iterator>
 
 namespace stowlark {
 
@@ -18,6 +21,7 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const {
         return {};
     }
     const QUrl &url = urls_[static_cast<std::size_t>(index.row())];
+    const FileAttributes &attributes = attributes_[static_cast<std::size_t>(index.row())];
     const Path file = path(url);
     switch (role) {
     case urlRole:
@@ -27,11 +31,11 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const {
     case folderRole:
         return displayText(parentFolder(file).native());
     case sizeRole:
-        return fileSize(file).value_or(QString());
+        return fileSize(attributes).value_or(QString());
     case isFolderRole:
-        return isFolder(file);
+        return attributes.isFolder;
     case iconRole:
-        return isFolder(file) ? QStringLiteral("folder.fill") : smartIcon(file);
+        return attributes.isFolder ? QStringLiteral("folder.fill") : smartIcon(file);
     default:
         return {};
     }
@@ -48,31 +52,81 @@ QString FileListModel::countText() const {
 
 QString FileListModel::totalSize() const {
     qint64 sum = 0;
-    for (const qint64 size : sizes_) {
-        if (__builtin_add_overflow(sum, size, &sum)) {
+    for (const FileAttributes &attributes : attributes_) {
+        if (__builtin_add_overflow(sum, attributes.size.value_or(0), &sum)) {
             return {};
         }
     }
     return sum < 1 ? QString() : byteCountText(sum);
 }
 
-void FileListModel::add(const QList<QUrl> &urls) {
-    std::vector<QUrl> added;
-    for (const QUrl &url : urls) {
-        if (!known_.contains(url)) {
-            known_.insert(url);
-            added.push_back(url);
+void FileListModel::add(const QByteArray &uriList) {
+    waiting_ += uriList + '\n';
+    if (!isReading_) {
+        isReading_ = true;
+        QCoro::connect(addWaiting(), this, [] {});
+    }
+}
+
+/// As many as are read within a moment, for folders on a slow server; not so many that adding their rows
+/// takes long.
+FileListModel::Portion FileListModel::nextPortion(const QByteArray &uriList, qsizetype begin) {
+    constexpr std::size_t mostItems = 2500;
+    constexpr qint64 longestTime = 50; // milliseconds
+    QElapsedTimer time;
+    time.start();
+    Portion portion{{}, begin};
+    while (portion.end < uriList.size() && portion.items.size() < mostItems &&
+           !time.hasExpired(longestTime)) {
+        const std::optional<QUrl> url = nextFile(uriList, portion.end);
+        if (url) {
+            portion.items.push_back({*url, fileAttributes(path(*url))});
+        }
+    }
+    return portion;
+}
+
+QCoro::Task<> FileListModel::addWaiting() {
+    const QPointer<FileListModel> alive(this);
+    Q_EMIT changed();
+    while (isAdding()) {
+        const int clearings = clearings_;
+        const auto next = [list = waiting_, begin = nextWaiting_] { return nextPortion(list, begin); };
+        const Portion portion = co_await onWorker(next);
+        if (!alive) {
+            co_return;
+        }
+        if (clearings == clearings_) {
+            append(portion.items);
+            nextWaiting_ = portion.end;
+        }
+        if (nextWaiting_ == waiting_.size()) {
+            waiting_.clear();
+            nextWaiting_ = 0;
+        }
+        Q_EMIT changed();
+    }
+    isReading_ = false;
+}
+
+void FileListModel::append(const std::vector<Item> &items) {
+    std::vector<Item> added;
+    for (const Item &item : items) {
+        const auto size = known_.size();
+        known_.insert(item.url);
+        if (known_.size() > size) {
+            added.push_back(item);
         }
     }
     if (added.empty()) {
         return;
     }
     beginInsertRows({}, count(), count() + static_cast<int>(added.size()) - 1);
-    urls_.insert(urls_.end(), added.begin(), added.end());
-    std::ranges::transform(added, std::back_inserter(sizes_),
-                           [](const QUrl &url) { return attributeSize(path(url)).value_or(0); });
+    for (const Item &item : added) {
+        urls_.push_back(item.url);
+        attributes_.push_back(item.attributes);
+    }
     endInsertRows();
-    Q_EMIT changed();
 }
 
 void FileListModel::remove(const QUrl &url) {
@@ -82,7 +136,7 @@ void FileListModel::remove(const QUrl &url) {
     }
     const auto row = static_cast<int>(found - urls_.begin());
     beginRemoveRows({}, row, row);
-    sizes_.erase(sizes_.begin() + row);
+    attributes_.erase(attributes_.begin() + row);
     urls_.erase(found);
     known_.remove(url);
     endRemoveRows();
@@ -92,8 +146,11 @@ void FileListModel::remove(const QUrl &url) {
 void FileListModel::clear() {
     beginResetModel();
     urls_.clear();
-    sizes_.clear();
+    attributes_.clear();
     known_.clear();
+    waiting_.clear();
+    nextWaiting_ = 0;
+    ++clearings_;
     endResetModel();
     Q_EMIT changed();
 }

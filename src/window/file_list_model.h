@@ -1,7 +1,10 @@
 #pragma once
 
+#include "window/file_display.h"
+
 #include <QAbstractListModel>
-#include <QList>
+#include <QByteArray>
+#include <QCoro/QCoroTask>
 #include <QSet>
 #include <QUrl>
 #include <QtQml/qqml.h>
@@ -35,18 +38,40 @@ public:
     /// The sum of the sizes as text, folders not walked; empty if it is below 1 or too large to count.
     QString totalSize() const;
 
-    /// Appends those that are not in the list yet.
-    void add(const QList<QUrl> &urls);
+    /// Appends the files of this machine that are not in the list yet; `uriList` is of the type
+    /// text/uri-list. Returns at once: the files' attributes, kept as they are then, are read on a worker
+    /// thread, and rows come in portions that keep the window alive.
+    void add(const QByteArray &uriList);
+    /// Some of what was added has no row yet.
+    bool isAdding() const { return !waiting_.isEmpty(); }
     void remove(const QUrl &url);
+    /// Also what is still being added.
     void clear();
 
 Q_SIGNALS:
     void changed();
 
 private:
+    struct Item {
+        QUrl url;
+        FileAttributes attributes;
+    };
+    struct Portion {
+        std::vector<Item> items;
+        qsizetype end; ///< where the next one begins
+    };
+
+    static Portion nextPortion(const QByteArray &uriList, qsizetype begin);
+    QCoro::Task<> addWaiting();
+    void append(const std::vector<Item> &items);
+
     std::vector<QUrl> urls_;
-    std::vector<qint64> sizes_; ///< of each as it was added, 0 where it could not be read
-    QSet<QUrl> known_;
+    std::vector<FileAttributes> attributes_; ///< of each
+    QSet<QUrl> known_;                       ///< the same URLs, to find
+    QByteArray waiting_;                     ///< being added: all from `nextWaiting_` on
+    qsizetype nextWaiting_ = 0;
+    bool isReading_ = false; ///< `addWaiting` is running
+    int clearings_ = 0;
 };
 
 } // namespace stowlark

@@ -2,6 +2,7 @@
 #include "foundation/site.h"
 #include "support/test_folder.h"
 #include "window/content_view.h"
+#include "window/uri_list.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -20,6 +21,7 @@ struct Choices {
     std::optional<QUrl> folder{};
     QList<QUrl> revealed{};
     QList<QUrl> opened{};
+    QString copied{};
     Desktop desktop() {
         return {
             .chooseFilesAndFolders = [this]() -> QCoro::Task<QList<QUrl>> { co_return QList(files); },
@@ -28,9 +30,16 @@ struct Choices {
             },
             .chooseFolder = [this]() -> QCoro::Task<std::optional<QUrl>> { co_return std::optional(folder); },
             .reveal = [this](const QUrl &item) { revealed += item; },
-            .openURL = [this](const QUrl &page) { opened += page; }};
+            .openURL = [this](const QUrl &page) { opened += page; },
+            .copyText = [this](const QString &text) { copied = text; }};
     }
 };
+
+/// Drops the URLs, and waits until all have been looked at.
+void drop(ContentView &view, const QList<QUrl> &urls) {
+    view.dropFiles(uriList(urls));
+    QTRY_VERIFY(!view.files()->isAdding());
+}
 
 } // namespace
 
@@ -64,7 +73,7 @@ private Q_SLOTS:
         ContentView view(choices.desktop(), {}, state);
         QCOMPARE(view.archiveFile(), fileUrl("/before/a.zip"));
         view.setMode(AppMode::compress);
-        view.dropFiles({fileUrl("/kept")});
+        drop(view, {fileUrl("/kept")});
         state.setIncomingFile(fileUrl("/elsewhere/notes.txt"));
         QCOMPARE(view.mode(), AppMode::extract);
         QCOMPARE(view.archiveFile(), fileUrl("/elsewhere/notes.txt"));
@@ -83,7 +92,7 @@ private Q_SLOTS:
         QCOMPARE(at(view), u"file:///out/%20x%20.zip"_qs);
         view.setArchiveName(u" \t "_qs);
         QCOMPARE(at(view), u"file:///out/archive.zip"_qs);
-        view.dropFiles({fileUrl("/a")});
+        drop(view, {fileUrl("/a")});
         QVERIFY(view.createDisabled());
         view.setArchiveName(u"\n"_qs); // a line break is a name
         QVERIFY(!view.createDisabled());
@@ -104,10 +113,11 @@ private Q_SLOTS:
         const QUrl b = fileUrl(folder.path() / "gone");
         Choices choices{.files = {a, b, b}};
         ContentView view(choices.desktop());
-        view.dropFiles({a, QUrl(u"http://host/x"_qs), QUrl(u"text"_qs), QUrl(a.toString() + u'/'), a});
+        drop(view, {a, QUrl(u"http://host/x"_qs), QUrl(u"text"_qs), QUrl(a.toString() + u'/'), a});
         QCOMPARE(view.files()->urls(), std::vector{a});
         QCOMPARE(view.files()->countText() + view.files()->totalSize(), u"1 item2 KB"_qs);
         view.browseFiles();
+        QTRY_VERIFY(!view.files()->isAdding());
         QCOMPARE(view.files()->urls(), (std::vector{a, b}));
         QCOMPARE(view.files()->countText(), u"2 items"_qs);
         const QModelIndex row = view.files()->index(0);
@@ -124,7 +134,7 @@ private Q_SLOTS:
     void selectsOneArchiveAndItsFolder() {
         Choices choices{.files = {fileUrl("/c/3.zip")}, .folder = fileUrl("/chosen")};
         ContentView view(choices.desktop());
-        view.dropArchives({fileUrl("/a/1.zip"), QUrl(u"http://host/x.zip"_qs), fileUrl("/b/2.txt")});
+        view.dropArchives(uriList({fileUrl("/a/1.zip"), fileUrl("/b/2.txt"), QUrl(u"http://host/x.zip"_qs)}));
         QCOMPARE(view.archiveFile(), fileUrl("/b/2.txt"));
         QCOMPARE(view.extractDir(), fileUrl("/b"));
         view.chooseExtractDir();
@@ -148,7 +158,7 @@ private Q_SLOTS:
         view.create();
         view.extract();
         QVERIFY(!view.mgr()->isCreating());
-        view.dropFiles({fileUrl(folder.write("a.txt", "a"))});
+        drop(view, {fileUrl(folder.write("a.txt", "a"))});
         view.setOutputDir(fileUrl(folder.path()));
         view.create();
         QVERIFY(view.mgr()->isCreating());

@@ -1,0 +1,25 @@
+#include "window/accent_fill.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+
+namespace stowlark {
+
+AccentFill::AccentFill(QQuickItem *parent)
+    : QQuickPaintedItem(parent) {
+    setAntialiasing(true);
+    connect(this, &AccentFill::changed, this, [this] { update(); });
+}
+
+void AccentFill::paint(QPainter *painter) {
+    QLinearGradient blend(0, 0, width(), 0);
+    blend.setColorAt(0, from_);
+    blend.setColorAt(1, to_);
+    const qreal inset = lineWidth_ / 2;
+    const qreal radius = radius_ - inset;
+    painter->setPen(lineWidth_ > 0 ? QPen(blend, lineWidth_) : QPen(Qt::NoPen));
+    painter->setBrush(lineWidth_ > 0 ? QBrush(Qt::NoBrush) : QBrush(blend));
+    painter->drawRoundedRect(boundingRect().adjusted(inset, inset, -inset, -inset), radius, radius);
+}
+
+} // namespace stowlark
