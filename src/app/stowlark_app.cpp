@@ -1,11 +1,8 @@
 #include "app/stowlark_app.h"
 
-#include "window/symbol_provider.h"
+#include "window/main_window.h"
 
 #include <QGuiApplication>
-
-/// Generated with the window's QML module.
-void qml_register_types_Stowlark_Window();
 
 namespace stowlark {
 
@@ -14,15 +11,7 @@ StowlarkApp::StowlarkApp(Desktop desktop)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &view_, [this] { quitWhenDone(); });
 
-    qml_register_types_Stowlark_Window();
-    engine_.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // which the engine owns
-    engine_.setInitialProperties({{QStringLiteral("view"), QVariant::fromValue(&view_)}});
-    engine_.load(QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/Window/MainWindow.qml")));
-}
-
-QQuickWindow *StowlarkApp::window() const {
-    return engine_.rootObjects().isEmpty() ? nullptr
-                                           : qobject_cast<QQuickWindow *>(engine_.rootObjects().first());
+    window_ = openMainWindow(engine_, view_);
 }
 
 void StowlarkApp::quitWhenDone() {

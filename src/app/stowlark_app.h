@@ -16,13 +16,14 @@ public:
 
     ContentView &view() { return view_; }
     /// Null if the window could not be made.
-    QQuickWindow *window() const;
+    QQuickWindow *window() const { return window_; }
 
 private:
     void quitWhenDone();
 
     ContentView view_;
     QQmlApplicationEngine engine_; ///< after, and so gone before, what its window shows
+    QQuickWindow *window_ = nullptr;
 };
 
 } // namespace stowlark

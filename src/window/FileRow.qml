@@ -21,7 +21,14 @@ Rectangle {
         opacity = 1;
         height = Qt.binding(() => implicitHeight);
     }
-    ListView.onRemove: SequentialAnimation {
+    ListView.onRemove: removal.start()
+    radius: 10
+    color: Theme.rowSurface
+    border.color: current ? Theme.accentStart : Theme.rowBorder
+
+    SequentialAnimation {
+        id: removal
+
         PropertyAction {
             target: root
             property: "ListView.delayRemove"
@@ -51,9 +58,6 @@ Rectangle {
             value: false
         }
     }
-    radius: 10
-    color: Theme.rowSurface
-    border.color: current ? Theme.accentStart : Theme.rowBorder
 
     Edge {
         radius: root.radius
