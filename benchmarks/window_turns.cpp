@@ -1,19 +1,22 @@
 // Drops all files in the folders of a folder on the real window, without a screen, and scrolls through them:
 // stowlark_window_turns FOLDER
 
-#include "app/stowlark_app.h"
 #include "longest_gap.h"
 
 #include "foundation/file_url.h"
+#include "window/main_window.h"
 
 #include <QApplication>
+#include <QDeadlineTimer>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QQuickItem>
 #include <QQuickStyle>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <fstream>
+#include <functional>
 #include <unistd.h>
 
 namespace stowlark {
@@ -34,6 +37,13 @@ double residentKilobytes() {
     long resident = 0;
     std::ifstream("/proc/self/statm") >> total >> resident;
     return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1000;
+}
+
+/// Runs the event loop, which the timer of the gaps keeps turning.
+void turnUntil(const std::function<bool()> &condition) {
+    while (!condition()) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
 }
 
 /// What another program hands over: bytes, unlike what QMimeData::setData makes of them.
@@ -79,34 +89,65 @@ void measureScrolling(QQuickWindow *window) {
     for (; pages < 300 && !pane->property("atYEnd").toBool(); ++pages) {
         const double step = pages < 200 ? 300 : pane->property("contentHeight").toDouble() / 90;
         pane->setProperty("contentY", pane->property("contentY").toDouble() + step);
-        QElapsedTimer frame;
-        frame.start();
-        while (frame.elapsed() < 16) {
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
-        }
+        turnUntil([end = QDeadlineTimer(16)] { return end.hasExpired(); });
     }
     gap.turn();
     std::printf("Scrolling, %d steps: longest gap %.1f ms\n", pages, gap.milliseconds());
 }
 
-void measureAdding(StowlarkApp &program, const Path &folder) {
+void measureAdding(ContentView &view, QQuickWindow *window, const Path &folder) {
     const QByteArray list = uriList(folder);
-    QQuickWindow *window = program.window();
-    const FileListModel &files = *program.view().files();
+    const FileListModel &files = *view.files();
     LongestGap gap;
     const double before = residentKilobytes();
     QElapsedTimer time;
     time.start();
     drop(window, list);
-    while (files.count() == 0 || files.isAdding()) {
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
-    }
+    turnUntil([&] { return files.count() > 0 && !files.isAdding(); });
     const double milliseconds = static_cast<double>(time.nsecsElapsed()) / 1e6;
     gap.turn();
     std::printf("Dropping on the window, %s: %.0f ms, limit 2000 ms; longest gap %.1f ms, limit 50 ms; "
                 "%.2f KB for each, limit 1 KB\n",
                 qUtf8Printable(files.countText()), milliseconds, gap.milliseconds(),
                 (residentKilobytes() - before) / files.count());
+}
+
+/// A tool that lists 5 MB of files before it fails.
+void measureLongMessage(ContentView &view) {
+    view.clearFiles();
+    view.dropFiles("file:///etc/hostname");
+    LongestGap gap;
+    turnUntil([&] { return !view.createDisabled(); });
+    view.create();
+    turnUntil([&] { return !view.mgr()->isCreating(); });
+    turnUntil([end = QDeadlineTimer(500)] { return end.hasExpired(); }); // until it is drawn
+    gap.turn();
+    std::printf("A message of %lld characters: longest gap %.1f ms, limit 50 ms\n",
+                static_cast<long long>(view.mgr()->statusMessage().size()), gap.milliseconds());
+}
+
+int measure(const Path &folder) {
+    const QTemporaryDir tools;
+    const Path zip = Path(tools.path().toStdString()) / "zip";
+    std::ofstream(zip)
+        << "#!/bin/sh\nyes '  adding: some/folder/a file of many.txt (deflated 61%)' | head -c 5000000\n"
+           "exit 12\n";
+    std::filesystem::permissions(zip, std::filesystem::perms::owner_all);
+    ContentView view(systemDesktop(), Tools{.zip = zip});
+    view.setOutputDir(fileUrl(zip.parent_path()));
+    QQmlApplicationEngine engine;
+    QQuickWindow *window = openMainWindow(engine, view);
+    if (window == nullptr || !tools.isValid()) {
+        return EXIT_FAILURE;
+    }
+    {
+        LongestGap turning;
+        turnUntil([end = QDeadlineTimer(1000)] { return end.hasExpired(); }); // until the window is drawn
+    }
+    measureAdding(view, window, folder);
+    measureScrolling(window);
+    measureLongMessage(view);
+    return EXIT_SUCCESS;
 }
 
 } // namespace
@@ -121,14 +162,5 @@ int main(int argc, char *argv[]) {
         return 2;
     }
     QQuickStyle::setStyle(QStringLiteral("Basic"));
-    stowlark::StowlarkApp program;
-    if (program.window() == nullptr) {
-        return 1;
-    }
-    for (int i = 0; i < 100; ++i) { // until the window is drawn
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
-    }
-    stowlark::measureAdding(program, argv[1]);
-    stowlark::measureScrolling(program.window());
-    return 0;
+    return stowlark::measure(argv[1]);
 }

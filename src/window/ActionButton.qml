@@ -11,6 +11,8 @@ Button {
     required property bool busy
     required property bool disabled
     required property color tint
+    /// White does not show on the disabled surface of a light desktop.
+    readonly property color labelColor: disabled && Theme.isLight ? Theme.faded(Theme.primary, 0.4) : "white"
 
     implicitHeight: Math.max(52, label.implicitHeight + 20)
     enabled: !disabled && !busy
@@ -36,7 +38,7 @@ Button {
                 visible: !root.busy
                 name: root.symbol
                 size: 15
-                color: "white"
+                color: root.labelColor
             }
 
             Text {
@@ -45,7 +47,7 @@ Button {
                 Layout.maximumWidth: root.width - 70
                 text: root.text
                 font: root.font
-                color: "white"
+                color: root.labelColor
                 wrapMode: Text.Wrap
                 horizontalAlignment: Text.AlignHCenter
             }
@@ -73,6 +75,11 @@ Button {
             anchors.fill: parent
             radius: 14
             color: Theme.white(0.1)
+
+            Edge {
+                radius: parent.radius
+                visible: Theme.isLight && root.disabled
+            }
         }
 
         AccentFill {

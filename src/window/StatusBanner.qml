@@ -11,7 +11,7 @@ Rectangle {
     required property ContentView view
     readonly property ArchiveManager mgr: view.mgr
     /// Too long to show at once: then only the lines in sight are laid out, the last ones at first.
-    readonly property bool isLong: mgr.statusMessage.length > 1500 || view.statusLines.length > 12
+    readonly property bool isLong: view.statusText === ""
     readonly property color textColor: mgr.statusIsError ? Theme.warning : Theme.primary
     readonly property color tint: mgr.statusIsError ? Theme.warning : Theme.success
 
@@ -38,7 +38,7 @@ Rectangle {
         Text {
             Layout.fillWidth: true
             visible: !root.isLong
-            text: root.isLong ? "" : root.mgr.statusMessage
+            text: root.view.statusText
             textFormat: Text.PlainText
             wrapMode: Text.Wrap
             color: root.textColor
@@ -53,7 +53,7 @@ Rectangle {
             visible: root.isLong
             clip: true
             boundsBehavior: Flickable.StopAtBounds
-            model: root.isLong ? root.view.statusLines : []
+            model: root.view.statusLines
             onHeightChanged: lines.positionViewAtEnd()
             onModelChanged: lines.positionViewAtEnd()
 

@@ -54,7 +54,7 @@ ContentView::ContentView(Desktop desktop, Tools tools, AppState &appState, QObje
     connect(&files_, &FileListModel::changed, this, &ContentView::createDisabledChanged);
     connect(this, &ContentView::archiveNameChanged, this, &ContentView::createDisabledChanged);
     connect(&mgr_, &ArchiveManager::lastOutputURLChanged, this, &ContentView::hasOutputChanged);
-    connect(&mgr_, &ArchiveManager::statusMessageChanged, this, &ContentView::statusLinesChanged);
+    connect(&mgr_, &ArchiveManager::statusMessageChanged, this, &ContentView::takeStatus);
     connect(&appState_, &AppState::incomingFileChanged, this, &ContentView::takeIncomingFile);
     takeIncomingFile();
 }
@@ -155,17 +155,22 @@ bool ContentView::createDisabled() const {
     return files_.count() == 0 || files_.isAdding() || trimmedBlanks(archiveName_).isEmpty();
 }
 
-QStringList ContentView::statusLines() const {
-    constexpr qsizetype longest = 1000;
-    QStringList lines;
-    for (const QString &line : mgr_.statusMessage().split(u'\n')) {
-        qsizetype begin = 0;
-        do {
-            lines += line.mid(begin, longest);
-            begin += longest;
-        } while (begin < line.size());
+void ContentView::takeStatus() {
+    constexpr qsizetype shortMessage = 1500;
+    constexpr qsizetype fewLines = 12;
+    constexpr qsizetype longestLine = 1000;
+    const QString message = mgr_.statusMessage();
+    statusLines_.clear();
+    if (message.size() > shortMessage || message.count(u'\n') >= fewLines) {
+        for (const QString &line : message.split(u'\n')) {
+            qsizetype begin = 0;
+            do {
+                statusLines_ += line.mid(begin, longestLine);
+                begin += longestLine;
+            } while (begin < line.size());
+        }
     }
-    return lines;
+    Q_EMIT statusChanged();
 }
 
 void ContentView::setArchiveFile(const QUrl &url) {

@@ -45,7 +45,8 @@ class ContentView : public QObject {
     Q_PROPERTY(QString toolWarning READ toolWarning NOTIFY formatChanged)
     Q_PROPERTY(bool createDisabled READ createDisabled NOTIFY createDisabledChanged)
     Q_PROPERTY(bool extractDisabled READ extractDisabled NOTIFY archiveFileChanged)
-    Q_PROPERTY(QStringList statusLines READ statusLines NOTIFY statusLinesChanged)
+    Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
+    Q_PROPERTY(QStringList statusLines READ statusLines NOTIFY statusChanged)
     Q_PROPERTY(bool hasOutput READ hasOutput NOTIFY hasOutputChanged)
 
 public:
@@ -85,8 +86,10 @@ public:
     /// Nothing to archive, files still being added, or no name.
     bool createDisabled() const;
     bool extractDisabled() const { return archiveFile_.isEmpty(); }
-    /// The status message in pieces of bounded length, so that only those in sight have to be laid out.
-    QStringList statusLines() const;
+    /// The status message if it is short; empty if it is too long to be laid out at once. Then `statusLines` are its
+    /// lines, themselves in pieces of bounded length, of which only those in sight have to be.
+    QString statusText() const { return statusLines_.isEmpty() ? mgr_.statusMessage() : QString(); }
+    const QStringList &statusLines() const { return statusLines_; }
     /// There is something to show in the file manager.
     bool hasOutput() const { return !mgr_.lastOutputURL().isEmpty(); }
 
@@ -129,10 +132,11 @@ Q_SIGNALS:
     void isExtractDragOverChanged();
     void createDisabledChanged();
     void hasOutputChanged();
-    void statusLinesChanged();
+    void statusChanged();
 
 private:
     void takeIncomingFile();
+    void takeStatus();
     int modeIndex() const { return static_cast<int>(mode_); }
     void setModeIndex(int index);
     int formatIndex() const { return static_cast<int>(format_); }
@@ -150,6 +154,7 @@ private:
     Desktop desktop_;
     ArchiveManager mgr_;
     AppState &appState_;
+    QStringList statusLines_;
     AppMode mode_ = AppMode::compress;
     FileListModel files_;
     ArchiveFormat format_ = ArchiveFormat::zip;

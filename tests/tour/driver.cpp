@@ -8,6 +8,8 @@
 #include <QTest>
 #include <QtQml/QQmlProperty>
 
+#include <algorithm>
+
 namespace stowlark {
 namespace {
 
@@ -119,6 +121,11 @@ void Driver::enterInDialog(const Path &path) {
     QTest::qWait(100);
 }
 
+void Driver::resize(QSize size) {
+    window_->resize(size);
+    QTest::qWait(200);
+}
+
 void Driver::wait(const QString &what, const std::function<bool()> &condition, int seconds) {
     if (!QTest::qWaitFor(condition, seconds * 1000)) {
         screenshot(QStringLiteral("failed"));
@@ -168,7 +175,8 @@ QPoint Driver::bringIntoSight(QQuickItem *item) {
         if (direction == 0) {
             return at;
         }
-        QWheelEvent wheel(wheelAt, window_->mapToGlobal(wheelAt), {}, {0, 60 * direction}, Qt::NoButton, {},
+        const int turn = std::clamp(std::abs(at.y()) / 4, 60, 4000);
+        QWheelEvent wheel(wheelAt, window_->mapToGlobal(wheelAt), {}, {0, turn * direction}, Qt::NoButton, {},
                           Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(window_, &wheel);
         QTest::qWait(30);

@@ -34,6 +34,7 @@ public:
     /// In the file dialog that opens: enters the path and accepts.
     void enterInDialog(const Path &path);
 
+    void resize(QSize size);
     void wait(const QString &what, const std::function<bool()> &condition, int seconds = 60);
     /// Saves the window as "NN-name.png".
     void screenshot(const QString &name);

@@ -4,6 +4,8 @@
 #include "foundation/file_url.h"
 #include "tour/compare.h"
 
+#include <QGuiApplication>
+#include <QPalette>
 #include <QTextStream>
 
 namespace stowlark {
@@ -43,6 +45,8 @@ void Tour::run() {
     createAll();
     extractAll();
     showAnError();
+    showManyFiles();
+    showSizesAndColours();
 }
 
 void Tour::collect() {
@@ -136,6 +140,43 @@ void Tour::showAnError() {
     }
     say(QStringLiteral("refused    damaged.zip: %1")
             .arg(view_.mgr()->statusMessage().section(u'\n', 1, 1).trimmed()));
+}
+
+void Tour::showManyFiles() {
+    QList<QUrl> many;
+    for (int i = 1; i <= 1000; ++i) {
+        many += fileUrl(folder_.write("many/Page " + std::to_string(i) + ".pdf", "pdf"));
+    }
+    driver_.press(QStringLiteral("Compress"));
+    driver_.press(QStringLiteral("Clear All"));
+    driver_.drop(QStringLiteral("Drop files & folders here"), many);
+    driver_.wait(QStringLiteral("the files"), [this] { return view_.files()->count() == 1000; });
+    driver_.screenshot(QStringLiteral("1000-files"));
+    driver_.press(QStringLiteral("Change the folder to save to")); // at the other end of the list
+    driver_.enterInDialog(folder_.path());
+    driver_.screenshot(QStringLiteral("1000-files-end"));
+    driver_.press(QStringLiteral("Remove Page 1000.pdf"));
+    driver_.wait(QStringLiteral("the file to be removed"), [this] { return view_.files()->count() == 999; });
+    say(QStringLiteral("listed     1000 items, removed one"));
+}
+
+void Tour::showSizesAndColours() {
+    driver_.resize({560, 620});
+    driver_.screenshot(QStringLiteral("smallest"));
+    driver_.resize({1100, 950});
+    driver_.screenshot(QStringLiteral("large"));
+    driver_.resize({580, 820});
+    for (const bool isLight : {true, false}) {
+        const QString colours = isLight ? QStringLiteral("light") : QStringLiteral("dark");
+        QGuiApplication::setPalette(isLight ? QPalette(QColor(239, 239, 239)) : QPalette(QColor(40, 40, 44)));
+        driver_.press(QStringLiteral("Compress"));
+        driver_.choose(QStringLiteral("Format"), static_cast<int>(ArchiveFormat::rar));
+        driver_.screenshot(colours + QStringLiteral("-compress"));
+        driver_.press(QStringLiteral("Extract"));
+        driver_.press(QStringLiteral("Extract Archive"));
+        waitUntilIdle();
+        driver_.screenshot(colours + QStringLiteral("-extract"));
+    }
 }
 
 void Tour::waitUntilIdle() {

@@ -22,6 +22,8 @@ private:
     void create(ArchiveFormat format);
     void extractAll();
     void showAnError();
+    void showManyFiles();
+    void showSizesAndColours();
 
     void waitUntilIdle();
     void say(const QString &line) const;
