@@ -10,7 +10,7 @@ namespace {
 /// Looks for what QJsonDocument lets pass although JSON forbids it: control characters and unknown escapes in
 /// strings, halves of surrogate pairs, and numbers as "1." Does not look at the order of the tokens.
 bool hasOnlyTokensOfJson(const QByteArray &json) {
-    static const QRegularExpression tokens(QStringLiteral(R"re((?xx)\A (?: \xEF\xBB\xBF )?
+    static const QRegularExpression tokens(QStringLiteral(R"re((?xx)\A
         (?> [ \x20 \t \r \n { } \[ \] , : ]++
         |   true | false | null
         |   -? (?: 0 | [1-9] [0-9]*+ ) (?: \. [0-9]++ )? (?: [eE] [+-]? [0-9]++ )?
@@ -26,8 +26,13 @@ bool hasOnlyTokensOfJson(const QByteArray &json) {
 } // namespace
 
 std::optional<AppRelease> AppRelease::decode(const QByteArray &json) {
-    const QJsonDocument document = QJsonDocument::fromJson(json); // refuses what is not UTF-8
-    if (!document.isObject() || !hasOnlyTokensOfJson(json)) {
+    static const QByteArray mark("\xEF\xBB\xBF"); // of byte order, which QJsonDocument also drops from texts
+    const QByteArray text = json.startsWith(mark) ? json.sliced(mark.size()) : json;
+    if (!hasOnlyTokensOfJson(text)) {
+        return std::nullopt;
+    }
+    const QJsonDocument document = QJsonDocument::fromJson(QByteArray(text).replace(mark, "\\uFEFF"));
+    if (!document.isObject()) { // neither if the bytes are not UTF-8
         return std::nullopt;
     }
     const QJsonValue version = document[QLatin1String("version")];

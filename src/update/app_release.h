@@ -17,10 +17,10 @@ struct AppRelease {
     Q_PROPERTY(QVariant releaseDate READ shownReleaseDate)
 
 public:
-    QString version;
-    QString releaseNotes;
-    QString downloadURL;                ///< of the installer; any text, not always a URL
-    std::optional<QString> releaseDate; ///< any text, to show
+    QString version = {};
+    QString releaseNotes = {};
+    QString downloadURL = {};                ///< of the installer; any text, not always a URL
+    std::optional<QString> releaseDate = {}; ///< any text, to show
 
     /// From the feed: one JSON object with the names of the fields as keys; only releaseDate may be missing
     /// or null. Nothing if the bytes are anything else.

@@ -46,6 +46,9 @@ QCoro::Task<std::optional<FeedAnswer>> fetchFeed(FeedRequest request, const QObj
     QNetworkReply *reply = network->get(httpRequest(request));
     FeedAnswer answer;
     const auto readOn = [reply, &answer] {
+        if (!reply->isOpen()) { // aborted
+            return;
+        }
         answer.body += reply->read(feedSizeLimit + 1 - answer.body.size());
         if (answer.body.size() > feedSizeLimit) {
             reply->abort();

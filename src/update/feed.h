@@ -30,7 +30,7 @@ struct FeedAnswer {
 /// A longer body, in bytes, is a failure.
 constexpr qsizetype feedSizeLimit = 1'000'000;
 
-/// Gets the feed with one GET of HTTPS, following redirects within HTTPS. Sends and keeps no cookies, no
+/// Gets the feed with a GET of HTTPS, following redirects within HTTPS. Sends and keeps no cookies, no
 /// credentials and nothing on the disk. Nothing if there is no whole answer from a trusted server. Ends early
 /// when `owner` dies.
 QCoro::Task<std::optional<FeedAnswer>> fetchFeed(FeedRequest request, const QObject *owner);

@@ -115,7 +115,8 @@ private Q_SLOTS:
             const QString reference = version();
             const bool expected = slowIsNewer(candidate, reference);
             newer += expected ? 1 : 0;
-            QVERIFY2(isNewer(candidate, reference) == expected, qPrintable(candidate + u" and "_qs + reference));
+            QVERIFY2(isNewer(candidate, reference) == expected,
+                     qPrintable(candidate + u" and "_qs + reference));
         }
         QVERIFY(newer > 5'000 && newer < 15'000);
     }
