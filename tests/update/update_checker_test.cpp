@@ -95,6 +95,13 @@ private:
     }
 };
 
+class Button : public QObject {
+    Q_OBJECT
+
+Q_SIGNALS:
+    void clicked();
+};
+
 /// A checker of version 1.3.2, and what it showed and opened.
 struct Checked {
     explicit Checked(FeedRequest feed, std::optional<QString> version = u"1.3.2"_qs)
@@ -116,14 +123,14 @@ struct Checked {
     QCoro::Task<> alert(QString title, QString message, AlertStyle style) {
         journal += title + u'|' + message + u'|' + QString::number(static_cast<int>(style)) +
                    (checker->isChecking() ? u""_qs : u"|but idle"_qs);
-        if (dismissed != nullptr) {
-            co_await qCoro(dismissed, &QTimer::timeout);
+        if (ok != nullptr) {
+            co_await qCoro(ok, &Button::clicked);
         }
     }
 
     QStringList journal;
     QStringList opened;
-    QTimer *dismissed = nullptr; ///< keeps alerts up until it fires
+    Button *ok = nullptr; ///< keeps alerts up
     std::unique_ptr<UpdateChecker> checker;
 };
 
@@ -301,13 +308,13 @@ private Q_SLOTS:
 
         server->reply = {http("200 OK", feed("1"))};
         checked.journal.clear();
-        QTimer dismissed;
-        checked.dismissed = &dismissed;
+        Button ok;
+        checked.ok = &ok;
         running = checked.checker->checkManually();
         QTRY_COMPARE(checked.journal, QStringList({u"checking"_qs, upToDate})); // and its alert is up
         QVERIFY(checked.checker->checkManually().isReady() && checked.checker->checkForUpdates().isReady());
         QCOMPARE(checked.journal.size(), 2);
-        dismissed.start(0ms);
+        Q_EMIT ok.clicked();
         QCoro::waitFor(std::move(running));
         QCOMPARE(checked.journal.last(), u"idle"_qs);
         QCOMPARE(server->requests.size(), 3);
@@ -324,12 +331,12 @@ private Q_SLOTS:
 
         server->reply = {http("200 OK", feed("1"))};
         Checked alerting(request());
-        QTimer dismissed;
-        alerting.dismissed = &dismissed;
+        Button ok;
+        alerting.ok = &ok;
         running = alerting.checker->checkManually();
         QTRY_COMPARE(alerting.journal.last(), upToDate);
         alerting.checker.reset();
-        dismissed.start(0ms);
+        Q_EMIT ok.clicked();
         QCoro::waitFor(std::move(running));
         QCOMPARE(alerting.journal.last(), upToDate);
     }
