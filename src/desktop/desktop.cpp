@@ -1,5 +1,6 @@
 #include "desktop/desktop.h"
 
+#include "desktop/alert.h"
 #include "desktop/open_panel.h"
 #include "desktop/workspace.h"
 
@@ -17,6 +18,7 @@ Desktop systemDesktop() {
             .chooseFolder = &chooseFolder,
             .reveal = &reveal,
             .openURL = [](const QUrl &page) { QDesktopServices::openUrl(page); },
+            .showAlert = &showAlert,
             .copyText = [](const QString &text) { QGuiApplication::clipboard()->setText(text); }};
 }
 

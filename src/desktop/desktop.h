@@ -1,5 +1,7 @@
 #pragma once
 
+#include "update/alert_style.h"
+
 #include <QCoro/QCoroTask>
 
 #include <QList>
@@ -21,6 +23,8 @@ struct Desktop {
     std::function<void(const QUrl &)> reveal;
     /// Opens a page in the browser.
     std::function<void(const QUrl &)> openURL;
+    /// Shows an alert with the one button "OK"; done when the user has dismissed it.
+    std::function<QCoro::Task<>(QString title, QString message, AlertStyle style)> showAlert;
     /// Puts a text on the clipboard.
     std::function<void(const QString &)> copyText;
 };

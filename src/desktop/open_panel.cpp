@@ -1,16 +1,16 @@
 #include "desktop/open_panel.h"
 
+#include "desktop/over_window.h"
+
 #include <QCoro/QCoroSignal>
 
 #include <QAbstractItemView>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QLineEdit>
 #include <QPointer>
 #include <QRegularExpression>
-#include <QWindow>
 
 namespace stowlark {
 namespace {
@@ -52,10 +52,7 @@ public:
 QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog) {
     const QPointer<QFileDialog> alive(dialog);
     dialog->setDirectory(QDir::homePath());
-    dialog->setWindowModality(Qt::ApplicationModal);
-    dialog->winId(); // makes its window
-    dialog->windowHandle()->setTransientParent(QGuiApplication::focusWindow());
-    dialog->show();
+    showOverWindow(*dialog);
     const int result = co_await qCoro(dialog, &QDialog::finished);
     QList<QUrl> chosen;
     if (alive && result == QDialog::Accepted) {

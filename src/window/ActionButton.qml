@@ -14,13 +14,15 @@ Button {
     /// White does not show on the disabled surface of a light desktop.
     readonly property color labelColor: disabled && Theme.isLight ? Theme.faded(Theme.primary, 0.4) : "white"
 
-    implicitHeight: Math.max(52, label.implicitHeight + 20)
+    implicitHeight: Math.max(52, implicitContentHeight + 20)
     enabled: !disabled && !busy
     font.pointSize: Theme.points(15)
     font.weight: Font.DemiBold
     Keys.onReturnPressed: root.clicked()
 
     contentItem: Item {
+        implicitHeight: childrenRect.height
+
         RowLayout {
             anchors.centerIn: parent
             spacing: 9
@@ -42,8 +44,6 @@ Button {
             }
 
             Text {
-                id: label
-
                 Layout.maximumWidth: root.width - 70
                 text: root.text
                 font: root.font

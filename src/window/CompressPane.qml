@@ -12,6 +12,8 @@ ListView {
     /// The keyboard is with the rows: arrows go through them, Delete removes the current one.
     property bool rowsFocused: false
     property int currentRow: 0
+    /// Where the list begins in the header.
+    property real listY: 0
 
     function goTo(row: int) {
         currentRow = Math.max(0, Math.min(row, count - 1));
@@ -32,7 +34,7 @@ ListView {
     }
 
     Card { // around the list; no taller than the eye can see, as 100,000 rows are too tall to be drawn
-        readonly property real begin: root.headerItem.y + root.headerItem.listY
+        readonly property real begin: root.headerItem.y + root.listY
         readonly property real end: root.footerItem.y + 16
 
         parent: root.contentItem
@@ -44,8 +46,6 @@ ListView {
     }
 
     header: ColumnLayout {
-        readonly property real listY: listHeader.y - 16
-
         width: root.width - 40
         spacing: 14
         onHeightChanged: Qt.callLater(root.positionViewAtBeginning)
@@ -65,8 +65,7 @@ ListView {
         }
 
         RowLayout {
-            id: listHeader
-
+            onYChanged: root.listY = y - 16
             Layout.topMargin: 16
             Layout.leftMargin: 16
             Layout.rightMargin: 16

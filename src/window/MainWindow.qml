@@ -48,6 +48,10 @@ ApplicationWindow {
         onActivated: root.view.mode === 0 ? root.view.create() : root.view.extract()
     }
 
+    ReleaseNotes {
+        view: root.view
+    }
+
     Glow {}
 
     ColumnLayout {
@@ -92,10 +96,17 @@ ApplicationWindow {
             }
         }
 
-        Rectangle {
+        Divider {
             Layout.fillWidth: true
-            implicitHeight: 1
-            color: Theme.faded(Theme.primary, 0.1)
+        }
+
+        UpdateBanner {
+            Layout.fillWidth: true
+            Layout.leftMargin: 20
+            Layout.rightMargin: 20
+            Layout.topMargin: 14
+            visible: root.view.updater.hasRelease
+            view: root.view
         }
 
         StackLayout {

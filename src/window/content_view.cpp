@@ -46,15 +46,18 @@ QString fileExtension(ArchiveFormat format) {
 
 } // namespace
 
-ContentView::ContentView(Desktop desktop, Tools tools, AppState &appState, QObject *parent)
+ContentView::ContentView(Desktop desktop, Tools tools, AppState &appState, UpdateChecker &updater,
+                         QObject *parent)
     : QObject(parent)
     , desktop_(std::move(desktop))
     , mgr_(std::move(tools))
-    , appState_(appState) {
+    , appState_(appState)
+    , updater_(updater) {
     connect(&files_, &FileListModel::changed, this, &ContentView::createDisabledChanged);
     connect(this, &ContentView::archiveNameChanged, this, &ContentView::createDisabledChanged);
     connect(&mgr_, &ArchiveManager::lastOutputURLChanged, this, &ContentView::hasOutputChanged);
     connect(&mgr_, &ArchiveManager::statusMessageChanged, this, &ContentView::takeStatus);
+    connect(&updater_, &UpdateChecker::availableChanged, this, &ContentView::releaseChanged);
     connect(&appState_, &AppState::incomingFileChanged, this, &ContentView::takeIncomingFile);
     takeIncomingFile();
 }
@@ -134,6 +137,11 @@ void ContentView::setOutputDir(const QUrl &folder) {
 void ContentView::setExtractDir(const QUrl &folder) {
     extractDir_ = folder;
     Q_EMIT extractDirChanged();
+}
+
+QString ContentView::releaseHeadline() const {
+    const QString notes = updater_.release().releaseNotes;
+    return notes.left(notes.indexOf(u'\n')).left(500);
 }
 
 QUrl ContentView::outputURL() const {

@@ -5,6 +5,7 @@
 #include "window/app_mode.h"
 #include "window/app_state.h"
 #include "window/file_list_model.h"
+#include "window/shared_update_checker.h"
 
 #include <QObject>
 #include <QStringList>
@@ -27,6 +28,9 @@ class ContentView : public QObject {
     Q_PROPERTY(QStringList formats READ formats CONSTANT)
     Q_PROPERTY(QStringList levels READ levels CONSTANT)
 
+    Q_PROPERTY(stowlark::UpdateChecker *updater READ updater CONSTANT)
+    Q_PROPERTY(QString releaseHeadline READ releaseHeadline NOTIFY releaseChanged)
+    Q_PROPERTY(bool showReleaseNotes MEMBER showReleaseNotes_ NOTIFY showReleaseNotesChanged)
     Q_PROPERTY(int mode READ modeIndex WRITE setModeIndex NOTIFY modeChanged)
     Q_PROPERTY(int format READ formatIndex WRITE setFormatIndex NOTIFY formatChanged)
     Q_PROPERTY(int level READ levelIndex WRITE setLevelIndex NOTIFY levelChanged)
@@ -51,10 +55,12 @@ class ContentView : public QObject {
 
 public:
     explicit ContentView(Desktop desktop = systemDesktop(), Tools tools = {},
-                         AppState &appState = AppState::shared(), QObject *parent = nullptr);
+                         AppState &appState = AppState::shared(),
+                         UpdateChecker &updater = sharedUpdateChecker(), QObject *parent = nullptr);
 
     ArchiveManager *mgr() { return &mgr_; }
     FileListModel *files() { return &files_; }
+    UpdateChecker *updater() { return &updater_; }
     static QString siteLabel();
     static QStringList modes();
     static QStringList formats();
@@ -76,6 +82,8 @@ public:
     QUrl extractDir() const { return extractDir_; }
     void setExtractDir(const QUrl &folder);
 
+    /// The first line of the available release's notes.
+    QString releaseHeadline() const;
     /// Where the archive goes: the name as typed ("archive" if blank) with the format's extension, in
     /// `outputDir`.
     QUrl outputURL() const;
@@ -86,8 +94,8 @@ public:
     /// Nothing to archive, files still being added, or no name.
     bool createDisabled() const;
     bool extractDisabled() const { return archiveFile_.isEmpty(); }
-    /// The status message if it is short; empty if it is too long to be laid out at once. Then `statusLines` are its
-    /// lines, themselves in pieces of bounded length, of which only those in sight have to be.
+    /// The status message if it is short; empty if it is too long to be laid out at once. Then `statusLines`
+    /// are its lines, themselves in pieces of bounded length, of which only those in sight have to be.
     QString statusText() const { return statusLines_.isEmpty() ? mgr_.statusMessage() : QString(); }
     const QStringList &statusLines() const { return statusLines_; }
     /// There is something to show in the file manager.
@@ -130,6 +138,8 @@ Q_SIGNALS:
     void archiveFileChanged();
     void extractDirChanged();
     void isExtractDragOverChanged();
+    void releaseChanged();
+    void showReleaseNotesChanged();
     void createDisabledChanged();
     void hasOutputChanged();
     void statusChanged();
@@ -154,8 +164,10 @@ private:
     Desktop desktop_;
     ArchiveManager mgr_;
     AppState &appState_;
+    UpdateChecker &updater_;
     QStringList statusLines_;
     AppMode mode_ = AppMode::compress;
+    bool showReleaseNotes_ = false;
     FileListModel files_;
     ArchiveFormat format_ = ArchiveFormat::zip;
     CompressionLevel level_ = CompressionLevel::normal;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "archive/archive_manager.h"
+#include "update/update_checker.h"
 
 #include <QtQml/qqml.h>
 
@@ -12,6 +13,19 @@ struct ArchiveManagerForQml {
     QML_FOREIGN(stowlark::ArchiveManager)
     QML_NAMED_ELEMENT(ArchiveManager)
     QML_UNCREATABLE("The window owns it")
+};
+
+struct UpdateCheckerForQml {
+    Q_GADGET
+    QML_FOREIGN(stowlark::UpdateChecker)
+    QML_NAMED_ELEMENT(UpdateChecker)
+    QML_UNCREATABLE("The application owns it")
+};
+
+struct AppReleaseForQml {
+    Q_GADGET
+    QML_FOREIGN(stowlark::AppRelease)
+    QML_VALUE_TYPE(appRelease)
 };
 
 } // namespace stowlark

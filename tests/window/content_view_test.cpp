@@ -31,6 +31,7 @@ struct Choices {
             .chooseFolder = [this]() -> QCoro::Task<std::optional<QUrl>> { co_return std::optional(folder); },
             .reveal = [this](const QUrl &item) { revealed += item; },
             .openURL = [this](const QUrl &page) { opened += page; },
+            .showAlert = {},
             .copyText = [this](const QString &text) { copied = text; }};
     }
 };
