@@ -36,6 +36,7 @@ Rectangle {
     HoverOutline {
         anchors.fill: parent
         radius: root.radius
+        visible: opacity > 0 // before, it has no picture
         opacity: root.hovering ? 1 : 0
 
         Behavior on opacity {

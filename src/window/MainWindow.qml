@@ -1,3 +1,5 @@
+// The second pane sees the view by its id, which qmllint of Qt 6.4 cannot follow.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
@@ -105,8 +107,12 @@ ApplicationWindow {
                 view: root.view
             }
 
-            ExtractPane {
-                view: root.view
+            Loader { // made when it is first shown
+                active: root.view.mode === 1 || item !== null
+
+                sourceComponent: ExtractPane {
+                    view: root.view
+                }
             }
         }
     }
