@@ -3,8 +3,10 @@
 #include "desktop/desktop.h"
 #include "window/content_view.h"
 
-#include <QQmlApplicationEngine>
+#include <QQmlEngine>
 #include <QQuickWindow>
+
+#include <memory>
 
 namespace stowlark {
 
@@ -22,7 +24,8 @@ private:
     void quitWhenDone();
 
     ContentView view_;
-    QQmlApplicationEngine engine_; ///< after, and so gone before, what its window shows
+    QQmlEngine engine_; ///< after, and so gone before, what its window shows
+    std::unique_ptr<QObject> window_;
 };
 
 } // namespace stowlark
