@@ -17,7 +17,9 @@ namespace {
 constexpr auto about =
     "Compares Stowlark with the tools that it runs, called bare on the same files. A row's times are\n"
     "medians of samples that alternate between the two. Its ratio is what counts; OVER marks one above\n"
-    "its limit.\n"
+    "its limit. The rows of the start compare it with a window that holds one button, up to the first "
+    "frame,\n"
+    "and the memory once both are idle. On a virtual display both are drawn without a graphics card.\n"
     "\n"
     "The files are kept in memory (/dev/shm) where that has 4 GB of room, else in the system's folder for\n"
     "temporary files. On ext4, making and deleting the same thousands of files over and over makes new\n"

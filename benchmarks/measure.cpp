@@ -10,15 +10,16 @@
 namespace stowlark {
 namespace {
 
-double secondsOf(const Side &side) {
+double figureOf(const Side &side) {
     using Clock = std::chrono::steady_clock;
     failIfInterrupted();
     side.before();
     const Clock::time_point begin = Clock::now();
     side.run();
     const std::chrono::duration<double> elapsed = Clock::now() - begin;
+    const double figure = side.figure ? side.figure() : elapsed.count();
     side.after();
-    return elapsed.count();
+    return figure;
 }
 
 double median(std::vector<double> values) {
@@ -30,25 +31,25 @@ double median(std::vector<double> values) {
 } // namespace
 
 void printHeadings() {
-    std::printf("%-28s %11s %11s %8s %8s\n", "", "Stowlark", "bare tool", "ratio", "limit");
+    std::printf("%-28s %12s %12s %8s %8s\n", "", "Stowlark", "bare tool", "ratio", "limit");
     std::fflush(stdout);
 }
 
 void measure(const Row &row, int samples) {
     row.prepare();
-    secondsOf(row.stowlark);
-    secondsOf(row.bare);
+    figureOf(row.stowlark);
+    figureOf(row.bare);
     std::vector<double> stowlark;
     std::vector<double> bare;
     for (int i = 0; i < samples; ++i) {
-        stowlark.push_back(secondsOf(row.stowlark));
-        bare.push_back(secondsOf(row.bare));
+        stowlark.push_back(figureOf(row.stowlark));
+        bare.push_back(figureOf(row.bare));
     }
     const double ours = median(stowlark);
     const double theirs = median(bare);
     const double ratio = ours / theirs;
-    std::printf("%-28s %9.4f s %9.4f s %8.3f %8.3f  %s\n", row.name.c_str(), ours, theirs, ratio, row.limit,
-                verdict(ratio, row.limit));
+    std::printf("%-28s %9.4f %s %9.4f %s %8.3f %8.3f  %s\n", row.name.c_str(), ours, row.unit, theirs,
+                row.unit, ratio, row.limit, verdict(ratio, row.limit));
     std::fflush(stdout);
 }
 

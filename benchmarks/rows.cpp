@@ -6,6 +6,7 @@
 #include "foundation/file_url.h"
 #include "image_rows.h"
 #include "inputs.h"
+#include "start_rows.h"
 #include "steps.h"
 
 #include <QCoro/QCoroTask>
@@ -151,6 +152,7 @@ std::vector<Row> allRows(const Path &folder) {
         }
     }
     addImageRows(rows, folder);
+    addStartRows(rows, folder);
     return rows;
 }
 

@@ -135,8 +135,8 @@ int measure(const Path &folder) {
     std::filesystem::permissions(zip, std::filesystem::perms::owner_all);
     ContentView view(systemDesktop(), Tools{.zip = zip});
     view.setOutputDir(fileUrl(zip.parent_path()));
-    QQmlApplicationEngine engine;
-    QQuickWindow *window = openMainWindow(engine, view);
+    QQmlEngine engine;
+    const std::unique_ptr<QQuickWindow> window = openMainWindow(engine, view);
     if (window == nullptr || !tools.isValid()) {
         return EXIT_FAILURE;
     }
@@ -144,8 +144,8 @@ int measure(const Path &folder) {
         LongestGap turning;
         turnUntil([end = QDeadlineTimer(1000)] { return end.hasExpired(); }); // until the window is drawn
     }
-    measureAdding(view, window, folder);
-    measureScrolling(window);
+    measureAdding(view, window.get(), folder);
+    measureScrolling(window.get());
     measureLongMessage(view);
     return EXIT_SUCCESS;
 }

@@ -2,7 +2,9 @@
 
 #include "window/main_window.h"
 
+#include <QFontDatabase>
 #include <QGuiApplication>
+#include <QThreadPool>
 
 namespace stowlark {
 
@@ -11,6 +13,8 @@ StowlarkApp::StowlarkApp(Desktop desktop)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &view_, [this] { quitWhenDone(); });
 
+    // Reading the system's fonts takes about as long as loading the types, which another thread does.
+    QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
     window_ = openMainWindow(engine_, view_);
 }
 

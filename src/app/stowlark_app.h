@@ -3,8 +3,10 @@
 #include "desktop/desktop.h"
 #include "window/content_view.h"
 
-#include <QQmlApplicationEngine>
+#include <QQmlEngine>
 #include <QQuickWindow>
+
+#include <memory>
 
 namespace stowlark {
 
@@ -16,14 +18,14 @@ public:
 
     ContentView &view() { return view_; }
     /// Null if the window could not be made.
-    QQuickWindow *window() const { return window_; }
+    QQuickWindow *window() const { return window_.get(); }
 
 private:
     void quitWhenDone();
 
     ContentView view_;
-    QQmlApplicationEngine engine_; ///< after, and so gone before, what its window shows
-    QQuickWindow *window_ = nullptr;
+    QQmlEngine engine_; ///< after, and so gone before, what its window shows
+    std::unique_ptr<QQuickWindow> window_;
 };
 
 } // namespace stowlark

@@ -27,13 +27,10 @@ Button {
             anchors.centerIn: parent
             spacing: 9
 
-            BusyIndicator {
-                Layout.preferredWidth: 20
-                Layout.preferredHeight: 20
-                padding: 0
+            Loader {
+                active: root.busy
                 visible: root.busy
-                running: root.busy
-                palette.dark: "white"
+                source: "Spinner.qml"
             }
 
             Symbol {

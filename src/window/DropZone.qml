@@ -42,6 +42,7 @@ Rectangle {
         lineWidth: 2
         from: Theme.accentStart
         to: Theme.accentEnd
+        visible: opacity > 0 // before, it has no picture
         opacity: root.hovering ? 1 : 0
 
         Behavior on opacity {

@@ -1,3 +1,5 @@
+// The second pane sees the view by its id, which qmllint of Qt 6.4 cannot follow.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Controls.Basic
 import QtQuick.Layouts
@@ -48,10 +50,6 @@ ApplicationWindow {
         onActivated: root.view.mode === 0 ? root.view.create() : root.view.extract()
     }
 
-    ReleaseNotes {
-        view: root.view
-    }
-
     Glow {}
 
     ColumnLayout {
@@ -100,13 +98,17 @@ ApplicationWindow {
             Layout.fillWidth: true
         }
 
-        UpdateBanner {
+        Loader {
             Layout.fillWidth: true
             Layout.leftMargin: 20
             Layout.rightMargin: 20
             Layout.topMargin: 14
-            visible: root.view.updater.hasRelease
-            view: root.view
+            visible: active
+            active: root.view.updater.hasRelease
+
+            sourceComponent: UpdateBanner {
+                view: root.view
+            }
         }
 
         StackLayout {
@@ -116,8 +118,12 @@ ApplicationWindow {
                 view: root.view
             }
 
-            ExtractPane {
-                view: root.view
+            Loader { // made when it is first shown
+                active: root.view.mode === 1 || item !== null
+
+                sourceComponent: ExtractPane {
+                    view: root.view
+                }
             }
         }
     }

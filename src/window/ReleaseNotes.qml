@@ -13,7 +13,7 @@ Sheet {
     title: heading.text
     width: 420
     height: 300
-    shown: view.showReleaseNotes && updater.hasRelease
+    shown: view.showReleaseNotes
     onDismissed: view.showReleaseNotes = false
 
     ColumnLayout {

@@ -13,7 +13,7 @@ Item {
     Repeater {
         id: layers
 
-        model: Math.ceil(2 * root.blur)
+        model: root.color.a > 0 ? Math.ceil(2 * root.blur) : 0
 
         Rectangle {
             required property int index

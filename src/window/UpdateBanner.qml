@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Stowlark.Window
 
-/// Says that a newer release is there.
+/// Says that a newer release is there, and carries its notes.
 Rectangle {
     id: root
 
@@ -16,7 +16,10 @@ Rectangle {
     color: Theme.faded(Theme.success, 0.08)
     Accessible.role: Accessible.AlertMessage
     Accessible.name: title
-    Accessible.ignored: !visible
+
+    ReleaseNotes {
+        view: root.view
+    }
 
     RowLayout {
         id: row

@@ -2,18 +2,24 @@
 
 #include "window/symbol_provider.h"
 
+#include <QQmlComponent>
+
 /// Generated with the window's QML module.
 void qml_register_types_Stowlark_Window();
 
 namespace stowlark {
 
-QQuickWindow *openMainWindow(QQmlApplicationEngine &engine, ContentView &view) {
+std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &view) {
     qml_register_types_Stowlark_Window();
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // which the engine owns
-    engine.setInitialProperties({{QStringLiteral("view"), QVariant::fromValue(&view)}});
-    engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/Window/MainWindow.qml")));
-    return engine.rootObjects().isEmpty() ? nullptr
-                                          : qobject_cast<QQuickWindow *>(engine.rootObjects().first());
+    // Not a QQmlApplicationEngine: that looks for a variant of every file.
+    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/Window/MainWindow.qml")));
+    std::unique_ptr<QObject> window(
+        component.createWithInitialProperties({{QStringLiteral("view"), QVariant::fromValue(&view)}}));
+    if (component.isError()) {
+        qWarning() << component.errors();
+    }
+    return std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow *>(window.release()));
 }
 
 } // namespace stowlark

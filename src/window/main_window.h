@@ -2,13 +2,15 @@
 
 #include "window/content_view.h"
 
-#include <QQmlApplicationEngine>
+#include <QQmlEngine>
 #include <QQuickWindow>
+
+#include <memory>
 
 namespace stowlark {
 
-/// Opens the window that draws `view`, which must outlive the engine. The engine owns the window; null if it
-/// could not be made.
-QQuickWindow *openMainWindow(QQmlApplicationEngine &engine, ContentView &view);
+/// Opens the window that draws `view`; the window must not outlive them. Null if it could not be made, which
+/// is then logged.
+std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &view);
 
 } // namespace stowlark

@@ -138,14 +138,14 @@ private Q_SLOTS:
         mode == AppMode::compress ? view.create() : view.extract();
         QTRY_VERIFY(!view.mgr()->isCreating() && view.mgr()->statusIsError());
 
-        QQmlApplicationEngine engine;
-        QQuickWindow *window = openMainWindow(engine, view);
+        QQmlEngine engine;
+        const std::unique_ptr<QQuickWindow> window = openMainWindow(engine, view);
         QVERIFY(window != nullptr);
         window->resize(size);
-        QVERIFY(QTest::qWaitForWindowExposed(window));
-        const auto isRight = [&] { return faults(window).isEmpty(); };
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        const auto isRight = [&] { return faults(window.get()).isEmpty(); };
         const bool became = QTest::qWaitFor(isRight, 3000);
-        QVERIFY2(became, qUtf8Printable(faults(window).join(u'\n')));
+        QVERIFY2(became, qUtf8Printable(faults(window.get()).join(u'\n')));
     }
 };
 
