@@ -8,8 +8,8 @@
 
 namespace stowlark {
 
-StowlarkApp::StowlarkApp(Desktop desktop)
-    : view_(std::move(desktop)) {
+StowlarkApp::StowlarkApp(Desktop desktop, UpdateChecker &updater)
+    : view_(std::move(desktop), {}, AppState::shared(), updater) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &view_, [this] { quitWhenDone(); });
 

@@ -14,7 +14,7 @@ namespace stowlark {
 /// closed the application quits, after the operation that may still be running.
 class StowlarkApp {
 public:
-    explicit StowlarkApp(Desktop desktop = systemDesktop());
+    explicit StowlarkApp(Desktop desktop = systemDesktop(), UpdateChecker &updater = sharedUpdateChecker());
 
     ContentView &view() { return view_; }
     /// Null if the window could not be made.

@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QTest>
 #include <QtQml/QQmlProperty>
@@ -114,16 +115,32 @@ void Driver::enterInDialog(const Path &path) {
     auto *field = dialog->findChild<QLineEdit *>();
     field->setText(displayText(path.native()));
     QTest::qWait(200);
-    dialog->grab().save(
-        QStringLiteral("%1/dialog-%2.png").arg(displayText(screenshots_.native())).arg(screenshotCount_));
+    save(*dialog);
     QTest::keyClick(field, Qt::Key_Return);
     wait(QStringLiteral("the dialog to close"), [] { return QApplication::activeModalWidget() == nullptr; });
     QTest::qWait(100);
 }
 
+void Driver::dismissAlert(const QString &title) {
+    QMessageBox *alert = nullptr;
+    wait(title, [&] {
+        alert = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        return alert != nullptr && alert->text() == title;
+    });
+    QTest::qWait(200);
+    save(*alert);
+    QTest::keyClick(alert, Qt::Key_Return);
+    wait(QStringLiteral("the alert to close"), [] { return QApplication::activeModalWidget() == nullptr; });
+}
+
 void Driver::resize(QSize size) {
     window_->resize(size);
     QTest::qWait(200);
+}
+
+void Driver::save(QWidget &dialog) const {
+    const QString folder = displayText(screenshots_.native());
+    dialog.grab().save(QStringLiteral("%1/dialog-%2.png").arg(folder).arg(screenshotCount_));
 }
 
 void Driver::wait(const QString &what, const std::function<bool()> &condition, int seconds) {

@@ -5,6 +5,7 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 #include <QUrl>
+#include <QWidget>
 
 #include <functional>
 #include <stdexcept>
@@ -34,12 +35,15 @@ public:
     /// In the file dialog that opens: enters the path and accepts.
     void enterInDialog(const Path &path);
 
+    /// Waits for the alert with this title, and presses its button.
+    void dismissAlert(const QString &title);
     void resize(QSize size);
     void wait(const QString &what, const std::function<bool()> &condition, int seconds = 60);
     /// Saves the window as "NN-name.png".
     void screenshot(const QString &name);
 
 private:
+    void save(QWidget &dialog) const;
     QQuickItem *find(const std::function<bool(QQuickItem *)> &fits) const;
     QQuickItem *findNamed(const QString &name);
     QPoint bringIntoSight(QQuickItem *item);

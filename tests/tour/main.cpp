@@ -3,6 +3,8 @@
 #include "app/appearance.h"
 #include "tour/tour.h"
 
+#include "support/feed_server.h"
+
 #include <QApplication>
 #include <QQuickStyle>
 #include <QTextStream>
@@ -21,12 +23,18 @@ int main(int argc, char *argv[]) {
     QCoreApplication::setApplicationName(QStringLiteral("Stowlark"));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     applyAppearance();
-    StowlarkApp program;
+    const Identity identity;
+    Server server(identity.server);
+    const Desktop desktop = systemDesktop();
+    UpdateChecker updater({.showAlert = desktop.showAlert,
+                           .openURL = [](const QUrl &) {}, // no browser here
+                           .feed = {.url = server.url(), .tls = identity.client}});
+    StowlarkApp program(desktop, updater);
     if (program.window() == nullptr) {
         return 1;
     }
     try {
-        Tour(program, folder, argv[1]).run();
+        Tour(program, updater, server, folder, argv[1]).run();
         return 0;
     } catch (const std::exception &failure) {
         QTextStream(stderr) << "The tour failed: " << QString::fromUtf8(failure.what()) << Qt::endl;

@@ -6,6 +6,7 @@
 
 #include <QGuiApplication>
 #include <QPalette>
+#include <QTest>
 #include <QTextStream>
 
 namespace stowlark {
@@ -33,8 +34,11 @@ QString slug(ArchiveFormat format) {
 
 } // namespace
 
-Tour::Tour(StowlarkApp &program, const TestFolder &folder, const Path &screenshots)
+Tour::Tour(StowlarkApp &program, UpdateChecker &updater, Server &server, const TestFolder &folder,
+           const Path &screenshots)
     : view_(program.view())
+    , updater_(updater)
+    , server_(server)
     , folder_(folder)
     , driver_(program.window(), screenshots)
     , originals_(makeFiles(folder)) {}
@@ -47,6 +51,7 @@ void Tour::run() {
     showAnError();
     showManyFiles();
     showSizesAndColours();
+    showUpdates();
 }
 
 void Tour::collect() {
@@ -177,6 +182,41 @@ void Tour::showSizesAndColours() {
         waitUntilIdle();
         driver_.screenshot(colours + QStringLiteral("-extract"));
     }
+}
+
+void Tour::showUpdates() {
+    const auto check = [this] {
+        QCoro::connect(updater_.checkManually(), &updater_, [] {});
+        QTest::qWait(50);
+    };
+    server_.reply = {http("200 OK", feed("0.0.1"))};
+    check();
+    driver_.dismissAlert(QStringLiteral("Stowlark is up to date"));
+    server_.reply = {http("404 Not Found", "<html></html>")};
+    check();
+    driver_.dismissAlert(QStringLiteral("Could Not Check for Updates"));
+    QString notes = QStringLiteral("Faster DMG creation. <b>Fixes</b> for RAR extraction.");
+    for (const bool isLong : {false, true}) {
+        AppRelease release{.version = QStringLiteral("9.1"), .releaseNotes = notes};
+        if (isLong) {
+            release.releaseDate = QStringLiteral("2026-03-01");
+        }
+        server_.reply = {http("200 OK", release.encode())};
+        check();
+        driver_.wait(QStringLiteral("the release"), [&] { return updater_.release().releaseNotes == notes; });
+        const QString name = isLong ? QStringLiteral("-long") : QStringLiteral("-short");
+        driver_.screenshot(QStringLiteral("update") + name);
+        driver_.press(QStringLiteral("What's New"));
+        driver_.screenshot(QStringLiteral("release-notes") + name);
+        driver_.press(isLong ? QStringLiteral("Download Update") : QStringLiteral("Later"));
+        notes += QStringLiteral("\n- And many smaller things, each of them told here at some length.")
+                     .repeated(60);
+    }
+    driver_.press(QStringLiteral("Dismiss"));
+    if (updater_.hasRelease() || view_.property("showReleaseNotes").toBool()) {
+        throw TourFailure("the banner or the sheet stays");
+    }
+    say(QStringLiteral("updates    offered version 9.1, said when there is none and when the server fails"));
 }
 
 void Tour::waitUntilIdle() {

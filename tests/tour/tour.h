@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/stowlark_app.h"
-#include "support/test_folder.h"
+#include "support/feed_server.h"
 #include "tour/driver.h"
 
 namespace stowlark {
@@ -11,8 +11,9 @@ namespace stowlark {
 /// TourFailure.
 class Tour {
 public:
-    /// `folder` is where it works.
-    Tour(StowlarkApp &program, const TestFolder &folder, const Path &screenshots);
+    /// `folder` is where it works, `server` what `updater` asks.
+    Tour(StowlarkApp &program, UpdateChecker &updater, Server &server, const TestFolder &folder,
+         const Path &screenshots);
 
     void run();
 
@@ -24,11 +25,14 @@ private:
     void showAnError();
     void showManyFiles();
     void showSizesAndColours();
+    void showUpdates();
 
     void waitUntilIdle();
     void say(const QString &line) const;
 
     ContentView &view_;
+    UpdateChecker &updater_;
+    Server &server_;
     const TestFolder &folder_;
     Driver driver_;
     std::vector<Path> originals_;

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "support/test_folder.h"
+
+#include <QProcess>
+#include <QSslConfiguration>
+#include <QSslKey>
+#include <QSslServer>
+#include <QSslSocket>
+#include <QTimer>
+#include <QUrl>
+
+#include <chrono>
+
+/// A server of release feeds on this machine.
+namespace stowlark {
+
+using namespace std::chrono_literals;
+
+/// A certificate for 127.0.0.1 that nobody has signed but itself.
+struct Identity {
+    Identity() {
+        const QString key = QString::fromStdString(folder.path() / "key.pem");
+        const QString certificate = QString::fromStdString(folder.path() / "certificate.pem");
+        QProcess openssl;
+        openssl.start(u"openssl"_qs,
+                      {u"req"_qs, u"-x509"_qs, u"-newkey"_qs, u"rsa:2048"_qs, u"-nodes"_qs, u"-days"_qs,
+                       u"2"_qs, u"-subj"_qs, u"/CN=127.0.0.1"_qs, u"-addext"_qs,
+                       u"subjectAltName=IP:127.0.0.1"_qs, u"-addext"_qs, u"extendedKeyUsage=serverAuth"_qs,
+                       u"-keyout"_qs, key, u"-out"_qs, certificate});
+        if (!openssl.waitForFinished() || openssl.exitCode() != 0) {
+            qFatal("openssl: %s", openssl.readAllStandardError().constData());
+        }
+        server.setPrivateKey(QSslKey(readFile(folder.path() / "key.pem"), QSsl::Rsa));
+        server.setLocalCertificateChain(QSslCertificate::fromPath(certificate));
+        client.setCaCertificates(server.localCertificateChain());
+    }
+
+    TestFolder folder;
+    QSslConfiguration server = QSslConfiguration::defaultConfiguration();
+    QSslConfiguration client = QSslConfiguration::defaultConfiguration(); ///< trusts the server
+};
+
+enum class Then { close, wait, repeat };
+
+/// What the server sends to each request, and what it does then.
+struct Reply {
+    QByteArray bytes;
+    Then then = Then::close;
+    QByteArray more = {}; ///< to repeat
+    std::chrono::milliseconds pause = 0ms;
+};
+
+inline QByteArray http(const QByteArray &status, const QByteArray &body, const QByteArray &headers = {}) {
+    return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n" +
+           headers + "\r\n" + body;
+}
+
+inline QByteArray feed(const QByteArray &version, const QByteArray &url = "https://a.example/b") {
+    return R"({"version":")" + version + R"(","releaseNotes":"Notes","downloadURL":")" + url + "\"}";
+}
+
+inline const QByteArray newer = feed("2.0");
+
+/// Sends what it is told, and notes what it is asked.
+class Server : public QSslServer {
+public:
+    explicit Server(const QSslConfiguration &configuration) {
+        setSslConfiguration(configuration);
+        listen(QHostAddress::LocalHost);
+        connect(this, &QTcpServer::pendingConnectionAvailable, this, [this] {
+            QTcpSocket *socket = nextPendingConnection();
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
+                const QByteArray request = socket->readAll();
+                requests += request;
+                answer(*socket, request.startsWith("GET /moved ") ? Reply{http("200 OK", newer)} : reply);
+            });
+        });
+    }
+
+    QUrl url() const { return QUrl(u"https://127.0.0.1:%1/stowlark/version.json"_qs.arg(serverPort())); }
+
+    Reply reply;
+    QByteArrayList requests;
+
+private:
+    void answer(QTcpSocket &socket, const Reply &what) {
+        socket.write(QByteArray(what.bytes).replace("PORT", QByteArray::number(serverPort())));
+        if (what.then == Then::close) {
+            socket.disconnectFromHost();
+        } else if (what.then == Then::repeat) {
+            auto *timer = new QTimer(&socket);
+            connect(timer, &QTimer::timeout, &socket, [&socket, what] { socket.write(what.more); });
+            timer->start(what.pause);
+        }
+    }
+};
+
+} // namespace stowlark
