@@ -15,7 +15,9 @@ Button {
     enabled: !disabled && !busy
     font.pixelSize: 15
     font.weight: Font.DemiBold
+    Accessible.description: enabled ? "" : qsTr("Not available now") // it has no state for that
     Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
 
     contentItem: Item {
         RowLayout {
@@ -28,6 +30,7 @@ Button {
                 padding: 0
                 visible: root.busy
                 running: root.busy
+                Accessible.ignored: true
                 palette.dark: "white"
             }
 

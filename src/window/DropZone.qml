@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 
 /// A box that takes dropped files.
@@ -85,7 +86,7 @@ Rectangle {
             }
         }
 
-        Text {
+        Label {
             Layout.alignment: Qt.AlignHCenter
             text: root.hovering ? root.hoverTitle : root.title
             color: Theme.primary
@@ -93,7 +94,7 @@ Rectangle {
             font.weight: Font.DemiBold
         }
 
-        Text {
+        Label {
             Layout.alignment: Qt.AlignHCenter
             text: root.detail
             color: Theme.secondary

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Stowlark.Window
 
@@ -68,7 +69,7 @@ Flickable {
                 ColumnLayout {
                     Layout.fillWidth: true
 
-                    Text {
+                    Label {
                         Layout.fillWidth: true
                         text: root.view.archiveFileName
                         textFormat: Text.PlainText
@@ -79,7 +80,7 @@ Flickable {
                         font.weight: Font.DemiBold
                     }
 
-                    Text {
+                    Label {
                         Layout.fillWidth: true
                         text: root.view.archiveFileFolder
                         textFormat: Text.PlainText
@@ -90,7 +91,7 @@ Flickable {
                     }
                 }
 
-                Text {
+                Label {
                     text: root.view.archiveFileSize
                     color: Theme.secondary
                     font.pixelSize: 11
@@ -98,7 +99,7 @@ Flickable {
                 }
 
                 RemoveButton {
-                    Accessible.name: qsTr("Remove")
+                    Accessible.name: qsTr("Remove %1").arg(root.view.archiveFileName)
                     onClicked: root.view.removeArchive()
                 }
             }
@@ -119,7 +120,7 @@ Flickable {
                 onChange: root.view.chooseExtractDir()
             }
 
-            Text {
+            Label {
                 Layout.fillWidth: true
                 text: qsTr("A folder named after the archive will be created here.")
                 wrapMode: Text.Wrap
@@ -140,7 +141,6 @@ Flickable {
 
         StatusBanner {
             Layout.fillWidth: true
-            visible: root.view.mgr.statusMessage !== ""
             view: root.view
         }
     }

@@ -21,6 +21,11 @@ Rectangle {
     color: Theme.rowSurface
     border.color: current ? Theme.accentStart : Theme.rowBorder
 
+    Accessible.role: Accessible.ListItem
+    Accessible.name: isFolder ? name + "/" : name
+    Accessible.description: size === "" ? folder : folder + ", " + size
+    Accessible.focused: current // the keyboard stays with the header of the list
+
     Edge {
         radius: root.radius
         visible: Theme.isLight && !root.current

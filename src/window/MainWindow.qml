@@ -65,7 +65,7 @@ ApplicationWindow {
             ColumnLayout {
                 spacing: 0
 
-                Text {
+                Label {
                     text: "Stowlark"
                     color: Theme.primary
                     font.pixelSize: 17

@@ -1,5 +1,8 @@
+// The rows of the list see the picker by its id, which qmllint of Qt 6.4 cannot follow.
+// qmllint disable unqualified
 import QtQuick
 import QtQuick.Controls.Basic
+import Stowlark.Window
 
 /// Chooses one of a few texts.
 ComboBox {
@@ -8,6 +11,23 @@ ComboBox {
     implicitHeight: 32
     font.pixelSize: 13
     leftPadding: 0 // the text has its own
+    Accessible.description: popup.visible ? textAt(highlightedIndex) : displayText
+    Component.onCompleted: {
+        contentItem.Accessible.ignored = true; // the description says the same
+        popup.contentItem.parent.Accessible.name = Qt.binding(() => Accessible.name);
+    }
+
+    delegate: ItemDelegate {
+        required property int index
+        required property string modelData
+
+        width: ListView.view.width
+        text: modelData
+        font.weight: root.currentIndex === index ? Font.DemiBold : Font.Normal
+        highlighted: root.highlightedIndex === index
+        Accessible.focused: highlighted
+        onHighlightedChanged: if (highlighted) ScreenReader.follow(this)
+    }
 
     background: Rectangle {
         radius: 7

@@ -11,6 +11,7 @@ AbstractButton {
     implicitWidth: diameter
     implicitHeight: diameter
     Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
 
     background: Rectangle {
         radius: width / 2
