@@ -2,6 +2,7 @@
 
 #include "window/symbol_provider.h"
 
+#include <QAccessible>
 #include <QGuiApplication>
 
 /// Generated with the window's QML module.
@@ -13,6 +14,9 @@ StowlarkApp::StowlarkApp(Desktop desktop)
     : view_(std::move(desktop)) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &view_, [this] { quitWhenDone(); });
+    // What Qt Quick 6.4 tells screen readers of a picker that it deletes crashes.
+    QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &view_,
+                     [] { QAccessible::installUpdateHandler([](QAccessibleEvent *) {}); });
 
     qml_register_types_Stowlark_Window();
     engine_.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // which the engine owns

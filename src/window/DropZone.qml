@@ -52,8 +52,10 @@ Rectangle {
 
         anchors.fill: parent
         keys: ["text/uri-list"]
+        onEntered: event => event.accept(Qt.CopyAction) // never a move: the originals stay
+        onPositionChanged: event => event.accept(Qt.CopyAction)
         onDropped: event => {
-            event.accept(Qt.CopyAction); // never a move: the originals stay
+            event.accept(Qt.CopyAction);
             root.dropped(event.urls);
         }
     }
