@@ -18,6 +18,7 @@ Button {
     Accessible.description: enabled ? "" : qsTr("Not available now") // it has no state for that
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: if (enabled) root.clicked()
 
     contentItem: Item {
         RowLayout {

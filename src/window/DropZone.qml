@@ -52,10 +52,8 @@ Rectangle {
 
         anchors.fill: parent
         keys: ["text/uri-list"]
-        onEntered: event => event.accept(Qt.CopyAction) // never a move: the originals stay
-        onPositionChanged: event => event.accept(Qt.CopyAction)
         onDropped: event => {
-            event.accept(Qt.CopyAction);
+            event.accept(Qt.CopyAction); // never a move: the originals stay
             root.dropped(event.urls);
         }
     }

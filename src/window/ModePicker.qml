@@ -48,6 +48,7 @@ Rectangle {
                 onClicked: root.view.mode = index
                 Keys.onReturnPressed: tab.clicked()
                 Keys.onEnterPressed: tab.clicked()
+                Accessible.onPressAction: tab.clicked()
 
                 contentItem: Text {
                     text: tab.text

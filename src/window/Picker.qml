@@ -11,6 +11,7 @@ ComboBox {
     implicitHeight: 32
     font.pixelSize: 13
     leftPadding: 0 // the text has its own
+    Accessible.onPressAction: popup.open()
     Accessible.description: popup.visible ? textAt(highlightedIndex) : displayText
     Component.onCompleted: {
         contentItem.Accessible.ignored = true; // the description says the same
@@ -26,6 +27,7 @@ ComboBox {
         font.weight: root.currentIndex === index ? Font.DemiBold : Font.Normal
         highlighted: root.highlightedIndex === index
         Accessible.focused: highlighted
+        Accessible.onPressAction: clicked()
         onHighlightedChanged: if (highlighted) ScreenReader.follow(this)
     }
 

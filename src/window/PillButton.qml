@@ -12,6 +12,7 @@ Button {
     verticalPadding: small ? 5 : 7
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: root.clicked()
 
     contentItem: Text {
         text: root.text

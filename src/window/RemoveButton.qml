@@ -12,6 +12,7 @@ AbstractButton {
     implicitHeight: diameter
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: root.clicked()
 
     background: Rectangle {
         radius: width / 2

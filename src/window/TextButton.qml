@@ -13,6 +13,7 @@ AbstractButton {
     opacity: down ? 0.6 : 1
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: root.clicked()
 
     contentItem: Text {
         text: root.text
