@@ -5,7 +5,7 @@ import pathlib
 import sys
 import zipfile
 
-from stowlark_window import StowlarkWindow
+from stowlark_window import StowlarkWindow, xdotool
 
 HOME = pathlib.Path(os.environ["HOME"])
 CONTROLS = {"push button", "link", "page tab", "combo box", "text", "list", "list item"}
@@ -44,14 +44,12 @@ def walk_to(window, name):
 
 def compress_pane(window):
     check_roles(window)
-    assert "selected" in window.find("page tab", "Compress").states
-    assert "selected" not in window.find("page tab", "Extract").states
+    check([node.name for node in window.nodes() if "selected" in node.states], ["Compress"])
     check(window.find("text", "Archive Name").text, "archive")
     check([window.find("combo box", name).description for name in ("Format", "Compression")], ["ZIP", "Normal"])
-    for heading in ("Settings", "Output"):
-        window.find("heading", heading)
-    for label in ("Stowlark", "Drop files & folders here", "Format", "Archive Name", ".zip", "Save To", str(HOME)):
-        window.find("label", label)
+    check(window.names("heading")[:2], ["Settings", "Output"])
+    labels = {"Stowlark", "Drop files & folders here", "Format", "Archive Name", ".zip", "Save To", str(HOME)}
+    assert labels <= set(window.names("label")), window.names("label")
     check(window.find("push button", "Create Archive").description, "Not available now")
     check_walk(window, HEADER + COMPRESS)
 
@@ -60,27 +58,26 @@ def browse(window, files):
     """Return, Space and Ctrl+O open the panel; Escape closes it."""
     walk_to(window, "Browse Files…")
     for key in ("Return", "space"):
-        window.key(key)
+        xdotool("key", key)
         window.find("dialog", "Add Files and Folders")
-        window.key("Escape")
+        xdotool("key", "Escape")
         window.wait("the panel to close", lambda: not window.node("dialog"))
     for file in files:
         window.wait("the window to be active", lambda: "active" in window.find("frame").states)
-        window.key("ctrl+o")
+        xdotool("key", "ctrl+o")
         window.choose("Add Files and Folders", file)
-    window.find("list", f"{len(files)} items")
-    check(window.names("list item"), [file.name + ("/" if file.is_dir() else "") for file in files])
-    for file in files:
-        window.find("push button", f"Remove {file.name}")
+    window.find("list", "3 items")
+    window.expect_rows(["a.txt", "b.txt", "folder/"])
+    assert {f"Remove {file.name}" for file in files} <= set(window.names("push button"))
     check_roles(window)
 
 
-def rows(window, files):
-    walk_to(window, f"{len(files)} items")
+def rows(window):
+    walk_to(window, "3 items")
     check([window.focus_after(key) for key in ("Down", "Down", "Up")], [["b.txt"], ["folder/"], ["b.txt"]])
     check(window.focus_after("Delete"), ["folder/"])
-    window.find("list", f"{len(files) - 1} items")
-    check(window.names("list item"), ["a.txt", "folder/"])
+    window.find("list", "2 items")
+    window.expect_rows(["a.txt", "folder/"])
 
 
 def pickers(window):
@@ -88,12 +85,12 @@ def pickers(window):
     window.find("combo box", "Compression").press()
     window.find("list item", "Best (Slow)").press()
     window.wait("another level", lambda: window.find("combo box", "Compression").description == "Best (Slow)")
-    window.key("Down")
+    xdotool("key", "Down")
     window.wait("another format", lambda: window.find("combo box", "Format").description == "TAR.GZ")
     window.find("label", ".tar.gz")
     check(window.focus_after("space"), ["TAR.GZ"])
     check(window.focus_after("Up"), ["ZIP"])
-    window.key("Return")
+    xdotool("key", "Return")
     window.wait("the first format", lambda: window.find("combo box", "Format").description == "ZIP")
 
 
@@ -105,25 +102,25 @@ def create(window):
     window.wait("the outcome", lambda: len(window.spoken()) == spoken + 2)
     check(window.spoken()[-1], "Archive created: archive.zip")
     window.find("push button", "Show in Finder")
-    window.key("ctrl+Return")  # the same again
+    xdotool("key", "ctrl+Return")  # the same again
     window.wait("the outcome", lambda: len(window.spoken()) == spoken + 4)
 
 
 def extract(window, archive):
-    window.key("ctrl+2")
+    xdotool("key", "ctrl+2")
     window.find("push button", "Browse Archive…")
-    assert "selected" in window.find("page tab", "Extract").states
+    check([node.name for node in window.nodes() if "selected" in node.states], ["Extract"])
     assert not window.node("notification")
-    window.key("ctrl+o")
+    xdotool("key", "ctrl+o")
     window.choose("Choose an Archive", archive)
     window.find("label", archive.name)
     check_roles(window)
     spoken = len(window.spoken())
     walk_to(window, f"Remove {archive.name}")
-    window.key("ctrl+Return")
+    xdotool("key", "ctrl+Return")
     window.wait("the outcome", lambda: len(window.spoken()) == spoken + 2)
     check(window.spoken()[-1], "Extracted to: archive/")
-    window.key("space")
+    xdotool("key", "space")
     window.wait("no archive", lambda: not window.node("label", archive.name))
     check_walk(window, HEADER + EXTRACT)
     window.find("page tab", "Compress").press()
@@ -139,7 +136,7 @@ def main(program):
     with StowlarkWindow(program) as window:
         compress_pane(window)
         browse(window, files)
-        rows(window, files)
+        rows(window)
         pickers(window)
         create(window)
         check(sorted(zipfile.ZipFile(HOME / "archive.zip").namelist()), ["a.txt", "folder/", "folder/inside.bin"])

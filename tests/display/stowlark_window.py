@@ -18,7 +18,7 @@ def xdotool(*arguments):
 
 
 def enable_accessibility():
-    """Does what a desktop does when a screen reader starts."""
+    """What a desktop does when a screen reader starts."""
     value = GLib.Variant("(ssv)", ("org.a11y.Status", "IsEnabled", GLib.Variant("b", True)))
     Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
         "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set", value, None, 0, -1)
@@ -54,8 +54,7 @@ class Node:
         return box.x + box.width // 2, box.y + box.height // 2
 
     def __str__(self):
-        states = " ".join(sorted(self.states - {"enabled", "sensitive", "visible"}))
-        return f"{'  ' * self.depth}{self.role} “{self.name}” ({self.description}) {states}"
+        return f"{'  ' * self.depth}{self.role} “{self.name}” ({self.description}) {' '.join(sorted(self.states))}"
 
 
 class StowlarkWindow:
@@ -117,10 +116,10 @@ class StowlarkWindow:
         return self.wait(f"{role} “{name}”", lambda: self.node(role, name))
 
     def names(self, role):
-        return [node.name for node in self.nodes() if node.role == role and "showing" in node.states]
+        return [node.name for node in self.nodes() if node.role == role]
 
-    def key(self, *keys):
-        xdotool("key", *keys)
+    def expect_rows(self, names):
+        self.wait(f"the rows {names}", lambda: sorted(self.names("list item")) == sorted(names))
 
     def focus_after(self, key):
         """Presses the key and returns the names of what got the focus, in order."""
@@ -128,7 +127,7 @@ class StowlarkWindow:
         before = len(self.events)
         def focused():
             return [name for type_, _, name in self.events[before:] if type_ == "focus:"]
-        self.key(key)
+        xdotool("key", key)
         self.wait("something else to get the focus by " + key, focused)
         self.settle()
         return focused()
@@ -163,5 +162,5 @@ class StowlarkWindow:
             (n for n in self.nodes() if n.role == "text" and "focused" in n.states), None))
         xdotool("type", path)
         self.wait("the path to be typed", lambda: field.text == str(path))
-        self.key("Return")
+        xdotool("key", "Return")
         self.wait("the panel to close", lambda: not self.node("dialog", dialog))

@@ -150,7 +150,9 @@ QQuickItem *Driver::find(const std::function<bool(QQuickItem *)> &fits) const {
 }
 
 QQuickItem *Driver::findNamed(const QString &name) {
-    QQuickItem *item = find([&](QQuickItem *candidate) { return accessibleName(candidate) == name; });
+    QQuickItem *item = find([&](QQuickItem *candidate) { // not its caption, which is named alike
+        return candidate->activeFocusOnTab() && accessibleName(candidate) == name;
+    });
     if (item == nullptr) {
         throw TourFailure("there is no control named " + name.toStdString());
     }
