@@ -18,36 +18,42 @@ Button {
     enabled: !disabled && !busy
     font.pointSize: Theme.points(15)
     font.weight: Font.DemiBold
+    Accessible.description: enabled ? "" : qsTr("Not available now") // it has no state for that
     Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: if (enabled) root.clicked()
 
-    contentItem: Item {
-        implicitHeight: childrenRect.height
+    contentItem: RowLayout {
+        spacing: 9
 
-        RowLayout {
-            anchors.centerIn: parent
-            spacing: 9
+        Item {
+            Layout.fillWidth: true
+        }
 
-            Loader {
-                active: root.busy
-                visible: root.busy
-                source: "Spinner.qml"
-            }
+        Loader {
+            active: root.busy
+            visible: active
+            source: "Spinner.qml"
+        }
 
-            Symbol {
-                visible: !root.busy
-                name: root.symbol
-                size: 15
-                color: root.labelColor
-            }
+        Symbol {
+            visible: !root.busy
+            name: root.symbol
+            size: 15
+            color: root.labelColor
+        }
 
-            Text {
-                Layout.maximumWidth: root.width - 70
-                text: root.text
-                font: root.font
-                color: root.labelColor
-                wrapMode: Text.Wrap
-                horizontalAlignment: Text.AlignHCenter
-            }
+        Text {
+            Layout.maximumWidth: root.width - 70
+            text: root.text
+            font: root.font
+            color: root.labelColor
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+        }
+
+        Item {
+            Layout.fillWidth: true
         }
     }
 

@@ -1,6 +1,7 @@
 // The rows and ends of a list see the view by its id, which qmllint of Qt 6.4 cannot follow.
 // qmllint disable unqualified
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Stowlark.Window
 
@@ -79,7 +80,6 @@ ListView {
                 activeFocusOnTab: true
                 onActiveFocusChanged: root.rowsFocused = activeFocus
                 Accessible.role: Accessible.List
-                Accessible.name: text
                 Keys.onUpPressed: root.goTo(root.currentRow - 1)
                 Keys.onDownPressed: root.goTo(root.currentRow + 1)
                 Keys.onDeletePressed: {
@@ -88,7 +88,7 @@ ListView {
                 }
             }
 
-            Text {
+            Label {
                 Layout.fillWidth: true
                 Layout.alignment: Qt.AlignBaseline
                 text: root.view.files.totalSize === "" ? "" : "• " + root.view.files.totalSize
@@ -113,6 +113,7 @@ ListView {
         x: 16
         width: root.width - 72
         current: index === root.currentRow && root.rowsFocused
+        onCurrentChanged: if (current) ScreenReader.follow(this)
         onRemove: root.view.removeFile(url)
     }
 
@@ -143,7 +144,6 @@ ListView {
 
         StatusBanner {
             Layout.fillWidth: true
-            visible: root.view.mgr.statusMessage !== ""
             view: root.view
             onHeightChanged: Qt.callLater(root.positionViewAtEnd)
         }

@@ -15,6 +15,7 @@ Button {
     font.pointSize: Theme.points(textSize)
     font.weight: Font.DemiBold
     opacity: down ? 0.8 : 1
+    Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Stowlark.Window
 
@@ -92,7 +93,7 @@ Rectangle {
             }
         }
 
-        Text {
+        Label {
             Layout.alignment: Qt.AlignHCenter
             Layout.maximumWidth: root.width - 40
             text: root.hovering ? root.hoverTitle : root.title
@@ -103,7 +104,7 @@ Rectangle {
             font.weight: Font.DemiBold
         }
 
-        Text {
+        Label {
             Layout.alignment: Qt.AlignHCenter
             Layout.maximumWidth: root.width - 40
             text: root.detail

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Stowlark.Window
 
@@ -72,7 +73,7 @@ Flickable {
                 ColumnLayout {
                     Layout.fillWidth: true
 
-                    Text {
+                    Label {
                         Layout.fillWidth: true
                         text: root.view.archiveFileName
                         textFormat: Text.PlainText
@@ -83,7 +84,7 @@ Flickable {
                         font.weight: Font.DemiBold
                     }
 
-                    Text {
+                    Label {
                         Layout.fillWidth: true
                         text: root.view.archiveFileFolder
                         textFormat: Text.PlainText
@@ -94,7 +95,7 @@ Flickable {
                     }
                 }
 
-                Text {
+                Label {
                     text: root.view.archiveFileSize
                     color: Theme.secondary
                     font.pointSize: Theme.points(11)
@@ -102,7 +103,7 @@ Flickable {
                 }
 
                 RemoveButton {
-                    Accessible.name: qsTr("Remove")
+                    Accessible.name: qsTr("Remove %1").arg(root.view.archiveFileName)
                     onClicked: root.view.removeArchive()
                 }
             }
@@ -123,7 +124,7 @@ Flickable {
                 onChange: root.view.chooseExtractDir()
             }
 
-            Text {
+            Label {
                 Layout.fillWidth: true
                 text: qsTr("A folder named after the archive will be created here.")
                 wrapMode: Text.Wrap
@@ -144,7 +145,6 @@ Flickable {
 
         StatusBanner {
             Layout.fillWidth: true
-            visible: root.view.mgr.statusMessage !== ""
             view: root.view
         }
     }

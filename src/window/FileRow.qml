@@ -17,7 +17,9 @@ Rectangle {
     signal remove
 
     implicitHeight: row.implicitHeight + 16
+    ListView.onPooled: visible = false
     ListView.onReused: {
+        visible = true;
         opacity = 1;
         height = Qt.binding(() => implicitHeight);
     }
@@ -25,6 +27,12 @@ Rectangle {
     radius: 10
     color: Theme.rowSurface
     border.color: current ? Theme.accentStart : Theme.rowBorder
+
+    Accessible.ignored: !visible // kept for another
+    Accessible.role: Accessible.ListItem
+    Accessible.name: name
+    Accessible.description: size === "" ? folder : folder + ", " + size
+    Accessible.focused: current // the keyboard stays with the header of the list
 
     SequentialAnimation {
         id: removal

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 
 /// A folder's path and a button to choose another.
@@ -32,7 +33,7 @@ Rectangle {
             color: Theme.secondary
         }
 
-        Text {
+        Label {
             Layout.fillWidth: true
             text: root.folder
             textFormat: Text.PlainText

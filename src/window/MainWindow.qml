@@ -67,7 +67,7 @@ ApplicationWindow {
             ColumnLayout {
                 spacing: 0
 
-                Text {
+                Label {
                     text: "Stowlark"
                     color: Theme.primary
                     font.pointSize: Theme.points(17)

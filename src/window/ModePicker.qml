@@ -15,6 +15,9 @@ Rectangle {
     radius: 12
     color: Theme.rowSurface
 
+    Accessible.role: Accessible.PageTabList
+    Accessible.name: qsTr("Mode")
+
     Edge {
         radius: root.radius
     }
@@ -27,7 +30,7 @@ Rectangle {
         Repeater {
             model: root.view.modes
 
-            Button {
+            TabButton {
                 id: tab
 
                 required property int index
@@ -35,12 +38,17 @@ Rectangle {
                 readonly property bool selected: root.view.mode === index
 
                 text: modelData
+                checked: selected
+                Accessible.selectable: true
+                Accessible.selected: selected
                 font.pointSize: Theme.points(13)
                 font.weight: Font.Medium
                 horizontalPadding: 16
                 verticalPadding: 6
                 onClicked: root.view.mode = index
                 Keys.onReturnPressed: tab.clicked()
+                Keys.onEnterPressed: tab.clicked()
+                Accessible.onPressAction: tab.clicked()
 
                 contentItem: Text {
                     text: tab.text

@@ -14,7 +14,7 @@ Card {
         text: qsTr("Output")
     }
 
-    Text {
+    Label {
         text: qsTr("Archive Name")
         color: Theme.secondary
         font.pointSize: Theme.points(11)
@@ -53,7 +53,7 @@ Card {
         }
     }
 
-    Text {
+    Label {
         text: qsTr("Save To")
         color: Theme.secondary
         font.pointSize: Theme.points(11)

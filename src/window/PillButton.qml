@@ -11,6 +11,8 @@ Button {
     horizontalPadding: small ? 10 : 14
     verticalPadding: small ? 5 : 7
     Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: root.clicked()
 
     contentItem: Text {
         text: root.text

@@ -11,6 +11,8 @@ AbstractButton {
     implicitWidth: diameter
     implicitHeight: diameter
     Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: root.clicked()
 
     background: Rectangle {
         radius: width / 2

@@ -9,6 +9,8 @@ RowLayout {
     property alias text: title.text
 
     spacing: 6
+    Accessible.role: Accessible.Heading
+    Accessible.name: text
     baselineOffset: title.y + title.baselineOffset
 
     Symbol {

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Stowlark.Window
 
@@ -16,7 +17,7 @@ Card {
     ColumnLayout {
         spacing: 6
 
-        Text {
+        Label {
             text: qsTr("Format")
             color: Theme.secondary
             font.pointSize: Theme.points(11)
@@ -42,7 +43,7 @@ Card {
                 color: Theme.warning
             }
 
-            Text {
+            Label {
                 Layout.fillWidth: true
                 Layout.alignment: Qt.AlignBaseline
                 text: root.view.toolWarning
@@ -57,7 +58,7 @@ Card {
     ColumnLayout {
         spacing: 6
 
-        Text {
+        Label {
             text: qsTr("Compression")
             color: Theme.secondary
             font.pointSize: Theme.points(11)

@@ -1,3 +1,4 @@
+import QtQuick
 import QtQuick.Controls.Basic
 
 /// Turns while something is busy. Loaded only then: its style is a library of its own.
@@ -5,5 +6,6 @@ BusyIndicator {
     implicitWidth: 20
     implicitHeight: 20
     padding: 0
+    Accessible.ignored: true // its button says it
     palette.dark: "white"
 }

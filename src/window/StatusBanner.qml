@@ -15,12 +15,14 @@ Rectangle {
     readonly property color textColor: mgr.statusIsError ? Theme.warning : Theme.primary
     readonly property color tint: mgr.statusIsError ? Theme.warning : Theme.success
 
+    visible: Accessible.name !== "" // then only is there something to read as it appears
     implicitHeight: row.implicitHeight + 24
     radius: 12
     color: Theme.faded(tint, 0.1)
     border.color: Theme.faded(tint, 0.3)
-    Accessible.role: Accessible.AlertMessage
-    Accessible.name: mgr.statusMessage
+    Accessible.role: Accessible.Notification
+    Accessible.name: view.statusSummary
+    Accessible.onNameChanged: ScreenReader.speak(root)
 
     RowLayout {
         id: row

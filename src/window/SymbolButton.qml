@@ -11,6 +11,7 @@ AbstractButton {
 
     padding: 2
     opacity: down ? 0.6 : 1
+    Accessible.onPressAction: root.clicked()
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
 

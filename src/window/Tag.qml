@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Controls.Basic
 
 /// A short text on a surface of its own.
 Rectangle {
@@ -19,7 +20,7 @@ Rectangle {
         radius: root.radius
     }
 
-    Text {
+    Label {
         id: label
 
         anchors.centerIn: parent

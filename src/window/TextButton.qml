@@ -12,6 +12,8 @@ AbstractButton {
     padding: 4
     opacity: down ? 0.6 : 1
     Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    Accessible.onPressAction: root.clicked()
 
     contentItem: Text {
         text: root.text

@@ -50,6 +50,7 @@ class ContentView : public QObject {
     Q_PROPERTY(bool createDisabled READ createDisabled NOTIFY createDisabledChanged)
     Q_PROPERTY(bool extractDisabled READ extractDisabled NOTIFY archiveFileChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
+    Q_PROPERTY(QString statusSummary READ statusSummary NOTIFY statusChanged)
     Q_PROPERTY(QStringList statusLines READ statusLines NOTIFY statusChanged)
     Q_PROPERTY(bool hasOutput READ hasOutput NOTIFY hasOutputChanged)
 
@@ -97,6 +98,8 @@ public:
     /// The status message if it is short; empty if it is too long to be laid out at once. Then `statusLines`
     /// are its lines, themselves in pieces of bounded length, of which only those in sight have to be.
     QString statusText() const { return statusLines_.isEmpty() ? mgr_.statusMessage() : QString(); }
+    /// What is read aloud of the status message: all of it, or its end.
+    QString statusSummary() const { return mgr_.statusMessage().right(1500); }
     const QStringList &statusLines() const { return statusLines_; }
     /// There is something to show in the file manager.
     bool hasOutput() const { return !mgr_.lastOutputURL().isEmpty(); }

@@ -70,11 +70,10 @@ public:
         listen(QHostAddress::LocalHost);
         connect(this, &QTcpServer::pendingConnectionAvailable, this, [this] {
             QTcpSocket *socket = nextPendingConnection();
-            connect(socket, &QTcpSocket::readyRead, this, [this, socket] {
-                const QByteArray request = socket->readAll();
-                requests += request;
-                answer(*socket, request.startsWith("GET /moved ") ? Reply{http("200 OK", newer)} : reply);
-            });
+            connect(socket, &QTcpSocket::readyRead, this, [this, socket] { read(*socket); });
+            if (socket->bytesAvailable() > 0) { // came with the end of the handshake
+                read(*socket);
+            }
         });
     }
 
@@ -84,6 +83,12 @@ public:
     QByteArrayList requests;
 
 private:
+    void read(QTcpSocket &socket) {
+        const QByteArray request = socket.readAll();
+        requests += request;
+        answer(socket, request.startsWith("GET /moved ") ? Reply{http("200 OK", newer)} : reply);
+    }
+
     void answer(QTcpSocket &socket, const Reply &what) {
         socket.write(QByteArray(what.bytes).replace("PORT", QByteArray::number(serverPort())));
         if (what.then == Then::close) {

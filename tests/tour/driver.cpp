@@ -9,8 +9,6 @@
 #include <QTest>
 #include <QtQml/QQmlProperty>
 
-#include <algorithm>
-
 namespace stowlark {
 namespace {
 
@@ -174,7 +172,9 @@ QQuickItem *Driver::find(const std::function<bool(QQuickItem *)> &fits) const {
 }
 
 QQuickItem *Driver::findNamed(const QString &name) {
-    QQuickItem *item = find([&](QQuickItem *candidate) { return accessibleName(candidate) == name; });
+    QQuickItem *item = find([&](QQuickItem *candidate) { // not its caption, which is named alike
+        return candidate->activeFocusOnTab() && accessibleName(candidate) == name;
+    });
     if (item == nullptr) {
         throw TourFailure("there is no control named " + name.toStdString());
     }
@@ -183,8 +183,11 @@ QQuickItem *Driver::findNamed(const QString &name) {
 }
 
 /// Turns the wheel until the middle of the item is below the header and above the lower edge; returns that
-/// point.
+/// point. What is far away is gone to with the Tab key.
 QPoint Driver::bringIntoSight(QQuickItem *item) {
+    if (std::abs(item->mapToScene({}).y()) > 5000 && item->activeFocusOnTab()) {
+        item->forceActiveFocus(Qt::TabFocusReason);
+    }
     const QPoint wheelAt(window_->width() / 2, window_->height() - 30);
     for (int turns = 0; turns < 500; ++turns) {
         const QPoint at = item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
@@ -192,8 +195,7 @@ QPoint Driver::bringIntoSight(QQuickItem *item) {
         if (direction == 0) {
             return at;
         }
-        const int turn = std::clamp(std::abs(at.y()) / 4, 60, 4000);
-        QWheelEvent wheel(wheelAt, window_->mapToGlobal(wheelAt), {}, {0, turn * direction}, Qt::NoButton, {},
+        QWheelEvent wheel(wheelAt, window_->mapToGlobal(wheelAt), {}, {0, 60 * direction}, Qt::NoButton, {},
                           Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(window_, &wheel);
         QTest::qWait(30);

@@ -6,7 +6,6 @@
 
 #include <QGuiApplication>
 #include <QPalette>
-#include <QTest>
 #include <QTextStream>
 
 namespace stowlark {
@@ -186,8 +185,8 @@ void Tour::showSizesAndColours() {
 
 void Tour::showUpdates() {
     const auto check = [this] {
+        driver_.wait(QStringLiteral("the check before to end"), [this] { return !updater_.isChecking(); });
         QCoro::connect(updater_.checkManually(), &updater_, [] {});
-        QTest::qWait(50);
     };
     server_.reply = {http("200 OK", feed("0.0.1"))};
     check();
