@@ -90,6 +90,7 @@ Button {
             radius: 14
             from: root.tint
             to: Theme.accentEnd
+            visible: opacity > 0
             opacity: root.disabled ? 0 : 1
 
             Behavior on opacity {

@@ -62,6 +62,7 @@ Rectangle {
                         radius: 8
                         from: Theme.accentStart
                         to: Theme.accentEnd
+                        visible: opacity > 0
                         opacity: tab.selected ? 1 : 0
 
                         Behavior on opacity {

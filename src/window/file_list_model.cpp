@@ -61,6 +61,7 @@ QString FileListModel::totalSize() const {
 }
 
 void FileListModel::add(const QByteArray &uriList) {
+    known_.reserve(known_.size() + uriList.count("file:")); // growing it step by step takes long turns
     waiting_ += uriList + '\n';
     if (!isReading_) {
         isReading_ = true;
