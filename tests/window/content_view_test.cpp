@@ -132,6 +132,26 @@ private Q_SLOTS:
         QCOMPARE(view.files()->countText(), u"0 items"_qs);
     }
 
+    void forgetsWhatIsStillBeingAdded() {
+        const TestFolder folder;
+        QList<QUrl> many;
+        for (int i = 0; i < 10'000; ++i) {
+            many += fileUrl(folder.path() / std::to_string(i));
+        }
+        ContentView view;
+        view.dropFiles(uriList(many));
+        QTRY_VERIFY(view.files()->count() > 0); // the first portion
+        QVERIFY(view.files()->isAdding() && view.createDisabled());
+        view.clearFiles();
+        drop(view, {many[1], many[0]});
+        QCOMPARE(view.files()->urls(), (std::vector{many[1], many[0]}));
+        auto gone = std::make_unique<ContentView>();
+        gone->dropFiles(uriList(many));
+        QTRY_VERIFY(gone->files()->count() > 0);
+        gone.reset();
+        QTest::qWait(50);
+    }
+
     void selectsOneArchiveAndItsFolder() {
         Choices choices{.files = {fileUrl("/c/3.zip")}, .folder = fileUrl("/chosen")};
         ContentView view(choices.desktop());
@@ -179,6 +199,26 @@ private Q_SLOTS:
         QCOMPARE(view.mgr()->statusMessage(), u"Extracted to: archive/"_qs);
         QCOMPARE(readFile(folder.path() / "archive/a.txt"), "a");
         QVERIFY(!view.extractDisabled());
+    }
+
+    void dividesLongMessages() {
+        const TestFolder folder;
+        const Path zip = folder.write("zip", "#!/bin/sh\nhead -c 1500 /dev/zero | tr '\\0' x\n"
+                                             "for i in $(seq 20); do echo; echo $i; done\nexit 1\n");
+        std::filesystem::permissions(zip, std::filesystem::perms::owner_all);
+        Choices choices;
+        ContentView view(choices.desktop(), {.zip = zip});
+        drop(view, {fileUrl(folder.write("a.txt", "a"))});
+        view.setOutputDir(fileUrl(folder.path()));
+        view.create();
+        QTRY_VERIFY(!view.mgr()->isCreating());
+        QVERIFY(view.statusText().isEmpty() && view.statusSummary().endsWith(u"\n20"_qs));
+        QCOMPARE(view.statusLines().size(), 41);
+        QCOMPARE(view.statusLines()[1], QString(500, u'x'));
+        view.copyStatus();
+        QCOMPARE(choices.copied, view.mgr()->statusMessage());
+        view.setMode(AppMode::extract);
+        QVERIFY(view.statusLines().isEmpty());
     }
 };
 
