@@ -1,5 +1,5 @@
 // The rows of the list see the picker by its id, which qmllint of Qt 6.4 cannot follow.
-// qmllint disable unqualified
+// qmllint disable unqualified type
 import QtQuick
 import QtQuick.Controls.Basic
 import Stowlark.Window
@@ -18,17 +18,54 @@ ComboBox {
         popup.contentItem.parent.Accessible.name = Qt.binding(() => Accessible.name);
     }
 
+    popup: Popup {
+        y: root.height + 4
+        width: root.width
+        padding: 4
+
+        contentItem: ListView {
+            implicitHeight: contentHeight
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            model: root.delegateModel
+            currentIndex: root.highlightedIndex
+        }
+
+        background: Rectangle {
+            radius: 9
+            color: Theme.window
+            border.color: Theme.faded(Theme.primary, 0.2)
+        }
+    }
+
     delegate: ItemDelegate {
+        id: entry
+
         required property int index
         required property string modelData
 
         width: ListView.view.width
         text: modelData
+        leftPadding: 8
+        topPadding: 7
+        bottomPadding: 7
         font.weight: root.currentIndex === index ? Font.DemiBold : Font.Normal
         highlighted: root.highlightedIndex === index
         Accessible.focused: highlighted
         Accessible.onPressAction: clicked()
         onHighlightedChanged: if (highlighted) ScreenReader.follow(this)
+
+        contentItem: Text {
+            text: entry.text
+            font: entry.font
+            color: entry.highlighted ? "white" : Theme.primary
+            elide: Text.ElideRight
+        }
+
+        background: Rectangle {
+            radius: 6
+            color: entry.highlighted ? Theme.accentStart : "transparent"
+        }
     }
 
     background: Rectangle {
