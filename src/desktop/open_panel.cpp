@@ -81,7 +81,7 @@ QCoro::Task<std::optional<QUrl>> chooseArchive() {
     auto *dialog = new QFileDialog;
     dialog->setWindowTitle(QFileDialog::tr("Choose an Archive"));
     dialog->setFileMode(QFileDialog::ExistingFile);
-    dialog->setNameFilters({QFileDialog::tr("Archives (*.zip *.tar.gz *.tgz *.gz *.7z *.rar *.dmg)"),
+    dialog->setNameFilters({QFileDialog::tr("Archives (*.zip *.tar.gz *.tgz *.gz *.tar *.7z *.rar *.dmg)"),
                             QFileDialog::tr("All files (*)")});
     return oneDecision(dialog);
 }

@@ -69,7 +69,7 @@ void UpdateChecker::openDownload() const {
         return;
     }
     const QUrl url(available_->downloadURL, QUrl::StrictMode);
-    if (url.isValid()) {
+    if (url.isValid() && !url.isRelative()) {
         settings_.openURL(url);
     }
 }

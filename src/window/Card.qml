@@ -12,7 +12,7 @@ Rectangle {
     implicitHeight: column.implicitHeight + 32
     radius: 14
     color: Theme.cardSurface
-    border.color: Theme.cardBorder
+    border.color: Theme.laidOver(Theme.cardSurface, Theme.cardBorder)
 
     Edge {
         radius: root.radius

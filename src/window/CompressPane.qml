@@ -34,6 +34,16 @@ ListView {
         pane: root
     }
 
+    Connections {
+        target: root.view
+
+        function onStatusChanged() {
+            if (root.view.mgr.statusMessage !== "") {
+                Qt.callLater(root.positionViewAtEnd);
+            }
+        }
+    }
+
     Card { // around the list; no taller than the eye can see, as 100,000 rows are too tall to be drawn
         readonly property real begin: root.headerItem.y + root.listY
         readonly property real end: root.footerItem.y + 16
@@ -72,6 +82,7 @@ ListView {
             Layout.rightMargin: 16
             Layout.bottomMargin: 5
             visible: root.view.files.count > 0
+            enabled: visible
 
             SectionHeader {
                 Layout.alignment: Qt.AlignBaseline
@@ -85,6 +96,18 @@ ListView {
                 Keys.onDeletePressed: {
                     root.view.removeFileAt(root.currentRow);
                     root.goTo(root.currentRow);
+                }
+                Keys.onPressed: event => {
+                    const rows = {
+                        [Qt.Key_Home]: 0,
+                        [Qt.Key_End]: root.count - 1,
+                        [Qt.Key_PageUp]: root.currentRow - 8,
+                        [Qt.Key_PageDown]: root.currentRow + 8
+                    };
+                    if (event.key in rows) {
+                        root.goTo(rows[event.key]);
+                        event.accepted = true;
+                    }
                 }
             }
 

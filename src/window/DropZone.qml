@@ -24,7 +24,7 @@ Rectangle {
     radius: 16
     color: hovering ? Theme.faded(tint, 0.1) : Theme.rowSurface
     border.width: hovering ? 0 : 1.5
-    border.color: Theme.white(0.13)
+    border.color: Theme.laidOver(Theme.rowSurface, Theme.white(0.13))
 
     Behavior on color {
         ColorAnimation {

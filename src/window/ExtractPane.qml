@@ -51,6 +51,7 @@ Flickable {
         Card {
             Layout.fillWidth: true
             visible: root.view.hasArchive
+            enabled: visible
 
             RowLayout {
                 spacing: 10

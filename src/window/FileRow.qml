@@ -26,7 +26,7 @@ Rectangle {
     ListView.onRemove: removal.start()
     radius: 10
     color: Theme.rowSurface
-    border.color: current ? Theme.accentStart : Theme.rowBorder
+    border.color: current ? Theme.accentStart : Theme.laidOver(Theme.rowSurface, Theme.rowBorder)
 
     Accessible.ignored: !visible // kept for another
     Accessible.role: Accessible.ListItem
@@ -127,6 +127,7 @@ Rectangle {
         RemoveButton {
             focusPolicy: Qt.NoFocus
             Accessible.name: qsTr("Remove %1").arg(root.name)
+            Accessible.ignored: !root.visible
             onClicked: root.remove()
         }
     }

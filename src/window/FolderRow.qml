@@ -14,7 +14,7 @@ Rectangle {
     implicitHeight: row.implicitHeight + 20
     radius: 10
     color: Theme.rowSurface
-    border.color: Theme.rowBorder
+    border.color: Theme.laidOver(Theme.rowSurface, Theme.rowBorder)
 
     Edge {
         radius: root.radius

@@ -115,6 +115,7 @@ ApplicationWindow {
             currentIndex: root.view.mode
 
             CompressPane {
+                enabled: root.view.mode === 0 // else it would keep the keyboard
                 view: root.view
             }
 
@@ -122,6 +123,7 @@ ApplicationWindow {
                 active: root.view.mode === 1 || item !== null
 
                 sourceComponent: ExtractPane {
+                    enabled: root.view.mode === 1
                     view: root.view
                 }
             }

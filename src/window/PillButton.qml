@@ -24,7 +24,7 @@ Button {
     background: Rectangle {
         radius: height / 2
         color: Theme.white(root.down ? 0.12 : 0.09)
-        border.color: root.visualFocus ? Theme.accentStart : Theme.white(0.13)
+        border.color: root.visualFocus ? Theme.accentStart : Theme.laidOver(Theme.white(0.09), Theme.white(0.13))
 
         Edge {
             radius: parent.radius

@@ -15,6 +15,7 @@ Sheet {
     height: 300
     shown: view.showReleaseNotes
     onDismissed: view.showReleaseNotes = false
+    onOpened: notes.forceActiveFocus(Qt.PopupFocusReason)
 
     ColumnLayout {
         anchors.fill: parent
@@ -43,7 +44,7 @@ Sheet {
 
                 Label {
                     Layout.fillWidth: true
-                    visible: root.updater.release.releaseDate !== undefined
+                    visible: text !== ""
                     text: root.updater.release.releaseDate ?? ""
                     textFormat: Text.PlainText
                     color: Theme.secondary
@@ -75,11 +76,15 @@ Sheet {
             ScrollBar.vertical.policy: contentHeight > height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
 
             TextArea {
+                id: notes
+
                 padding: 20
+                leftPadding: 20
                 text: root.shown ? root.updater.release.releaseNotes : ""
                 textFormat: TextEdit.PlainText
                 readOnly: true
                 selectByMouse: true
+                selectByKeyboard: true
                 wrapMode: TextEdit.Wrap
                 color: Theme.primary
                 font.pointSize: Theme.points(14)

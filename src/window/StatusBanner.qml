@@ -19,7 +19,7 @@ Rectangle {
     implicitHeight: row.implicitHeight + 24
     radius: 12
     color: Theme.faded(tint, 0.1)
-    border.color: Theme.faded(tint, 0.3)
+    border.color: Theme.laidOver(color, Theme.faded(tint, 0.3))
     Accessible.role: Accessible.Notification
     Accessible.name: view.statusSummary
     Accessible.onNameChanged: ScreenReader.speak(root)

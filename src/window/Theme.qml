@@ -33,6 +33,11 @@ QtObject {
         return Qt.rgba(1, 1, 1, opacity);
     }
 
+    /// The colour of a line that is laid over a fill of its own hue.
+    function laidOver(fill: color, line: color): color {
+        return faded(line, 1 - (1 - fill.a) * (1 - line.a));
+    }
+
     function faded(base: color, opacity: real): color {
         return Qt.rgba(base.r, base.g, base.b, opacity);
     }

@@ -6,6 +6,7 @@
 #include "window/uri_list.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace stowlark {
 namespace {
@@ -57,7 +58,7 @@ ContentView::ContentView(Desktop desktop, Tools tools, AppState &appState, Updat
     connect(this, &ContentView::archiveNameChanged, this, &ContentView::createDisabledChanged);
     connect(&mgr_, &ArchiveManager::lastOutputURLChanged, this, &ContentView::hasOutputChanged);
     connect(&mgr_, &ArchiveManager::statusMessageChanged, this, &ContentView::takeStatus);
-    connect(&updater_, &UpdateChecker::availableChanged, this, &ContentView::releaseChanged);
+    connect(&updater_, &UpdateChecker::availableChanged, this, &ContentView::takeRelease);
     connect(&appState_, &AppState::incomingFileChanged, this, &ContentView::takeIncomingFile);
     takeIncomingFile();
 }
@@ -141,7 +142,9 @@ void ContentView::setExtractDir(const QUrl &folder) {
 
 QString ContentView::releaseHeadline() const {
     const QString notes = updater_.release().releaseNotes;
-    return notes.left(notes.indexOf(u'\n')).left(500);
+    const auto isEnd = [](QChar c) { return c == u'\n' || c == u'\r'; };
+    const auto end = std::find_if(notes.begin(), notes.end(), isEnd);
+    return notes.left(end - notes.begin()).left(500);
 }
 
 QUrl ContentView::outputURL() const {
@@ -161,6 +164,14 @@ QString ContentView::toolWarning() const {
 
 bool ContentView::createDisabled() const {
     return files_.count() == 0 || files_.isAdding() || trimmedBlanks(archiveName_).isEmpty();
+}
+
+void ContentView::takeRelease() {
+    if (!updater_.hasRelease() && showReleaseNotes_) {
+        showReleaseNotes_ = false;
+        Q_EMIT showReleaseNotesChanged();
+    }
+    Q_EMIT releaseChanged();
 }
 
 void ContentView::takeStatus() {
@@ -199,12 +210,21 @@ void ContentView::dropArchives(const QByteArray &uriList) {
 }
 
 void ContentView::browseFiles() {
-    QCoro::connect(desktop_.chooseFilesAndFolders(), this,
-                   [this](const QList<QUrl> &urls) { dropFiles(uriList(urls)); });
+    if (std::exchange(isChoosing_, true)) {
+        return;
+    }
+    QCoro::connect(desktop_.chooseFilesAndFolders(), this, [this](const QList<QUrl> &urls) {
+        isChoosing_ = false;
+        dropFiles(uriList(urls));
+    });
 }
 
 void ContentView::browseArchive() {
+    if (std::exchange(isChoosing_, true)) {
+        return;
+    }
     QCoro::connect(desktop_.chooseArchive(), this, [this](const std::optional<QUrl> &url) {
+        isChoosing_ = false;
         if (url) {
             setArchiveFile(*url);
         }
@@ -212,7 +232,11 @@ void ContentView::browseArchive() {
 }
 
 void ContentView::chooseSaveDir() {
+    if (std::exchange(isChoosing_, true)) {
+        return;
+    }
     QCoro::connect(desktop_.chooseFolder(), this, [this](const std::optional<QUrl> &url) {
+        isChoosing_ = false;
         if (url) {
             setOutputDir(*url);
         }
@@ -220,7 +244,11 @@ void ContentView::chooseSaveDir() {
 }
 
 void ContentView::chooseExtractDir() {
+    if (std::exchange(isChoosing_, true)) {
+        return;
+    }
     QCoro::connect(desktop_.chooseFolder(), this, [this](const std::optional<QUrl> &url) {
+        isChoosing_ = false;
         if (url) {
             setExtractDir(*url);
         }

@@ -149,6 +149,7 @@ Q_SIGNALS:
 
 private:
     void takeIncomingFile();
+    void takeRelease();
     void takeStatus();
     int modeIndex() const { return static_cast<int>(mode_); }
     void setModeIndex(int index);
@@ -171,6 +172,7 @@ private:
     QStringList statusLines_;
     AppMode mode_ = AppMode::compress;
     bool showReleaseNotes_ = false;
+    bool isChoosing_ = false; ///< a file dialog is open
     FileListModel files_;
     ArchiveFormat format_ = ArchiveFormat::zip;
     CompressionLevel level_ = CompressionLevel::normal;

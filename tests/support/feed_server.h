@@ -85,6 +85,9 @@ public:
 private:
     void read(QTcpSocket &socket) {
         const QByteArray request = socket.readAll();
+        if (request.isEmpty()) {
+            return;
+        }
         requests += request;
         answer(socket, request.startsWith("GET /moved ") ? Reply{http("200 OK", newer)} : reply);
     }
@@ -96,6 +99,7 @@ private:
         } else if (what.then == Then::repeat) {
             auto *timer = new QTimer(&socket);
             connect(timer, &QTimer::timeout, &socket, [&socket, what] { socket.write(what.more); });
+            connect(&socket, &QTcpSocket::disconnected, timer, &QTimer::stop);
             timer->start(what.pause);
         }
     }

@@ -64,6 +64,7 @@ class UpdateCheckerTest : public QObject {
 
     std::unique_ptr<Identity> identity;
     std::unique_ptr<Server> server;
+    QTcpServer plain; ///< without TLS, where there is a newer release too
 
     /// With more patience than a test has.
     FeedRequest request() const { return {.url = server->url(), .timeout = 10min, .tls = identity->client}; }
@@ -79,6 +80,12 @@ private Q_SLOTS:
     void initTestCase() {
         QNetworkProxyFactory::setUseSystemConfiguration(false);
         identity = std::make_unique<Identity>();
+        QVERIFY(plain.listen(QHostAddress::LocalHost));
+        connect(&plain, &QTcpServer::newConnection, this, [this] {
+            QTcpSocket *socket = plain.nextPendingConnection();
+            socket->write(http("200 OK", newer));
+            socket->disconnectFromHost();
+        });
     }
 
     void init() { server = std::make_unique<Server>(identity->server); }
@@ -107,12 +114,11 @@ private Q_SLOTS:
         row("500 with a feed", {http("500 Internal Server Error", newer)}, found, failed);
         row("500 with a feed, cut off", {http("500 Oh", newer + ' ').chopped(1)}, {}, failed);
         row("201 with a feed", {http("201 Created", newer)}, found, failed);
-        row("no content", {"HTTP/1.1 204 No Content\r\n\r\n"}, {}, failed);
         row("401 with a feed", {http("401 Unauthorized", newer, "WWW-Authenticate: Basic realm=\"a\"\r\n")},
             found, failed);
         row("redirect", redirect("https://127.0.0.1:PORT/moved"), found, found, 2);
-        row("redirect to HTTP", redirect("http://127.0.0.1:PORT/moved"), {}, failed);
-        row("cut off", {http("200 OK", newer).chopped(1)}, {}, failed);
+        row("redirect to HTTP",
+            redirect("http://127.0.0.1:" + QByteArray::number(plain.serverPort()) + "/moved"), {}, failed);
         row("cut off behind the feed", {http("200 OK", newer + ' ').chopped(1)}, {}, failed);
         row("chunks",
             {"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + QByteArray::number(newer.size(), 16) +
@@ -125,7 +131,6 @@ private Q_SLOTS:
         row("compressed 9 MB",
             {http("200 OK", qCompress(newer + QByteArray(9'000'000, ' ')).sliced(4), deflate)}, {}, failed);
         row("garbage", {http("200 OK", QByteArray("\0\xFF{", 3))}, {}, failed);
-        row("nothing", {http("200 OK", "")}, {}, failed);
         row("no HTTP", {newer + "\r\n\r\n"}, {}, failed, 0); // Qt asks again
     }
 
@@ -262,8 +267,8 @@ private Q_SLOTS:
         Checked checked(request());
         UpdateChecker &checker = *checked.checker;
         checker.openDownload();
-        for (const char *none :
-             {"", " ", "https://a b.example", "https://a.example/%zz", "https://[", "a:b:c d"}) {
+        for (const char *none : {"", " ", "/etc/passwd", "//a", "https://a b.example",
+                                 "https://a.example/%zz", "https://[", "a:b:c d"}) {
             checker.setAvailable(AppRelease{.version = u"2.0"_qs, .downloadURL = QString::fromUtf8(none)});
             checker.openDownload();
             QVERIFY2(checked.opened.isEmpty(), none);

@@ -201,6 +201,19 @@ private Q_SLOTS:
         QVERIFY(!view.extractDisabled());
     }
 
+    void showsTheHeadlineOfTheNotes() {
+        UpdateChecker updater({});
+        AppState state;
+        ContentView view(systemDesktop(), {}, state, updater);
+        for (const char *notes : {"one", "one\ntwo", "one\r\ntwo"}) {
+            updater.setAvailable(AppRelease{.version = u"2"_qs, .releaseNotes = QString::fromUtf8(notes)});
+            QCOMPARE(view.releaseHeadline(), u"one"_qs);
+        }
+        view.setProperty("showReleaseNotes", true);
+        updater.clearAvailable();
+        QVERIFY(!view.property("showReleaseNotes").toBool());
+    }
+
     void dividesLongMessages() {
         const TestFolder folder;
         const Path zip = folder.write("zip", "#!/bin/sh\nhead -c 1500 /dev/zero | tr '\\0' x\n"
