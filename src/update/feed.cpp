@@ -55,6 +55,14 @@ QCoro::Task<std::optional<FeedAnswer>> fetchFeed(FeedRequest request, const QObj
         }
     };
     QObject::connect(reply, &QNetworkReply::readyRead, reply, readOn);
+    bool sent = false; // and then again: Qt repeats what a closed connection left without an answer
+    QObject::connect(reply, &QNetworkReply::requestSent, reply, [&sent] { sent = true; });
+    QObject::connect(reply, &QNetworkReply::redirected, reply, [&sent] { sent = false; });
+    QObject::connect(reply, &QNetworkReply::encrypted, reply, [reply, &sent] {
+        if (sent) {
+            reply->abort();
+        }
+    });
     QObject::connect(owner, &QObject::destroyed, reply, &QNetworkReply::abort);
     QTimer::singleShot(request.longest, reply, &QNetworkReply::abort);
     co_await qCoro(reply, &QNetworkReply::finished);

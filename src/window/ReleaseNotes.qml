@@ -11,7 +11,7 @@ Sheet {
     readonly property UpdateChecker updater: view.updater
 
     title: heading.text
-    width: 420
+    width: Math.max(420, footer.implicitWidth + 32) // more where the desktop enlarges texts
     height: 300
     shown: view.showReleaseNotes
     onDismissed: view.showReleaseNotes = false
@@ -99,6 +99,8 @@ Sheet {
         }
 
         RowLayout {
+            id: footer
+
             Layout.margins: 12
             Layout.leftMargin: 16
             Layout.rightMargin: 16
@@ -109,7 +111,6 @@ Sheet {
                 text: qsTr("Current: %1").arg(root.updater.currentVersion)
                 textFormat: Text.PlainText
                 color: Theme.secondary
-                elide: Text.ElideRight
                 font.pointSize: Theme.points(12)
             }
 

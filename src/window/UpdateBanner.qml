@@ -56,7 +56,8 @@ Rectangle {
                 textFormat: Text.PlainText
                 color: Theme.primary
                 elide: Text.ElideRight
-                maximumLineCount: 1
+                wrapMode: Text.Wrap
+                maximumLineCount: 2
                 font.pointSize: Theme.points(12)
                 font.weight: Font.DemiBold
             }
