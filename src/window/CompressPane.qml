@@ -39,9 +39,16 @@ ListView {
 
         function onStatusChanged() {
             if (root.view.mgr.statusMessage !== "") {
-                Qt.callLater(root.positionViewAtEnd);
+                toEnd.restart();
             }
         }
+    }
+
+    Timer {
+        id: toEnd
+
+        interval: 20 // by then the outcome is laid out
+        onTriggered: root.positionViewAtEnd()
     }
 
     Card { // around the list; no taller than the eye can see, as 100,000 rows are too tall to be drawn
