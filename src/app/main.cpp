@@ -1,5 +1,6 @@
 #include "app/appearance.h"
 #include "app/stowlark_app.h"
+#include "foundation/bundle_version.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -12,7 +13,7 @@ int main(int argc, char *argv[]) {
     std::signal(SIGCHLD, SIG_DFL); // NOLINT(cert-err33-c)
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Stowlark"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(STOWLARK_VERSION));
+    QCoreApplication::setApplicationVersion(stowlark::bundleVersion());
     QGuiApplication::setDesktopFileName(QStringLiteral("stowlark"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/qt/qml/Stowlark/Window/AppIcon.svg")));
     QQuickStyle::setStyle(QStringLiteral("Basic"));

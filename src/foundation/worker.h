@@ -19,12 +19,10 @@ namespace stowlark {
 /// The threads that work is done on: some more than the machine has cores, as one of them may do nothing but
 /// wait for a tool for minutes.
 inline QThreadPool &workers() {
-    static QThreadPool pool;
-    static const bool enlarged = [] {
-        pool.setMaxThreadCount(std::max(8, QThread::idealThreadCount()));
-        return true;
-    }();
-    static_cast<void>(enlarged);
+    struct Pool : QThreadPool {
+        Pool() { setMaxThreadCount(std::max(8, QThread::idealThreadCount())); }
+    };
+    static Pool pool;
     return pool;
 }
 

@@ -2,7 +2,6 @@
 
 #include <QMetaType>
 #include <QString>
-#include <QVariant>
 
 #include <optional>
 
@@ -14,7 +13,7 @@ struct AppRelease {
     Q_PROPERTY(QString version MEMBER version)
     Q_PROPERTY(QString releaseNotes MEMBER releaseNotes)
     Q_PROPERTY(QString downloadURL MEMBER downloadURL)
-    Q_PROPERTY(QVariant releaseDate READ shownReleaseDate)
+    Q_PROPERTY(QString releaseDate READ shownReleaseDate)
 
 public:
     QString version = {};
@@ -27,8 +26,8 @@ public:
     static std::optional<AppRelease> decode(const QByteArray &json);
     QByteArray encode() const;
 
-    /// The release date, or an invalid value (undefined in QML).
-    QVariant shownReleaseDate() const { return releaseDate ? QVariant(*releaseDate) : QVariant(); }
+    /// Empty if there is none.
+    QString shownReleaseDate() const { return releaseDate.value_or(QString()); }
 
     bool operator==(const AppRelease &other) const = default;
 };

@@ -45,7 +45,7 @@ Sheet {
                 Label {
                     Layout.fillWidth: true
                     visible: text !== ""
-                    text: root.updater.release.releaseDate ?? ""
+                    text: root.updater.release.releaseDate
                     textFormat: Text.PlainText
                     color: Theme.secondary
                     elide: Text.ElideRight

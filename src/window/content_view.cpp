@@ -3,6 +3,7 @@
 #include "foundation/file_url.h"
 #include "foundation/site.h"
 #include "window/file_display.h"
+#include "window/long_text.h"
 #include "window/uri_list.h"
 
 #include <algorithm>
@@ -175,20 +176,7 @@ void ContentView::takeRelease() {
 }
 
 void ContentView::takeStatus() {
-    constexpr qsizetype shortMessage = 1500;
-    constexpr qsizetype fewLines = 12;
-    constexpr qsizetype longestLine = 1000;
-    const QString message = mgr_.statusMessage();
-    statusLines_.clear();
-    if (message.size() > shortMessage || message.count(u'\n') >= fewLines) {
-        for (const QString &line : message.split(u'\n')) {
-            qsizetype begin = 0;
-            do {
-                statusLines_ += line.mid(begin, longestLine);
-                begin += longestLine;
-            } while (begin < line.size());
-        }
-    }
+    statusLines_ = linesOfLongText(mgr_.statusMessage());
     Q_EMIT statusChanged();
 }
 
@@ -209,22 +197,23 @@ void ContentView::dropArchives(const QByteArray &uriList) {
     }
 }
 
-void ContentView::browseFiles() {
+template <typename Chosen, typename Take>
+void ContentView::choose(const std::function<QCoro::Task<Chosen>()> &panel, Take take) {
     if (std::exchange(isChoosing_, true)) {
         return;
     }
-    QCoro::connect(desktop_.chooseFilesAndFolders(), this, [this](const QList<QUrl> &urls) {
+    QCoro::connect(panel(), this, [this, take](const Chosen &chosen) {
         isChoosing_ = false;
-        dropFiles(uriList(urls));
+        take(chosen);
     });
 }
 
+void ContentView::browseFiles() {
+    choose(desktop_.chooseFilesAndFolders, [this](const QList<QUrl> &urls) { dropFiles(uriList(urls)); });
+}
+
 void ContentView::browseArchive() {
-    if (std::exchange(isChoosing_, true)) {
-        return;
-    }
-    QCoro::connect(desktop_.chooseArchive(), this, [this](const std::optional<QUrl> &url) {
-        isChoosing_ = false;
+    choose(desktop_.chooseArchive, [this](const std::optional<QUrl> &url) {
         if (url) {
             setArchiveFile(*url);
         }
@@ -232,11 +221,7 @@ void ContentView::browseArchive() {
 }
 
 void ContentView::chooseSaveDir() {
-    if (std::exchange(isChoosing_, true)) {
-        return;
-    }
-    QCoro::connect(desktop_.chooseFolder(), this, [this](const std::optional<QUrl> &url) {
-        isChoosing_ = false;
+    choose(desktop_.chooseFolder, [this](const std::optional<QUrl> &url) {
         if (url) {
             setOutputDir(*url);
         }
@@ -244,11 +229,7 @@ void ContentView::chooseSaveDir() {
 }
 
 void ContentView::chooseExtractDir() {
-    if (std::exchange(isChoosing_, true)) {
-        return;
-    }
-    QCoro::connect(desktop_.chooseFolder(), this, [this](const std::optional<QUrl> &url) {
-        isChoosing_ = false;
+    choose(desktop_.chooseFolder, [this](const std::optional<QUrl> &url) {
         if (url) {
             setExtractDir(*url);
         }

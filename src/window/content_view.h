@@ -151,6 +151,9 @@ private:
     void takeIncomingFile();
     void takeRelease();
     void takeStatus();
+    /// Opens a file dialog, unless one is open.
+    template <typename Chosen, typename Take>
+    void choose(const std::function<QCoro::Task<Chosen>()> &panel, Take take);
     int modeIndex() const { return static_cast<int>(mode_); }
     void setModeIndex(int index);
     int formatIndex() const { return static_cast<int>(format_); }
