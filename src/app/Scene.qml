@@ -3,6 +3,7 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import Stowlark.App
+import Stowlark.Info
 import Stowlark.Window
 
 /// The main window with what belongs to the application: menus, and what quitting waits for.
@@ -28,6 +29,26 @@ MainWindow {
 
         sourceComponent: QuitNote {
             quitting: root.quitting
+        }
+    }
+
+    Loader {
+        active: root.appState.showHelp
+
+        sourceComponent: HelpView {
+            view: root.view
+            shown: true
+            onDismissed: root.appState.showHelp = false
+        }
+    }
+
+    Loader {
+        active: root.appState.showAbout
+
+        sourceComponent: AboutView {
+            view: root.view
+            shown: true
+            onDismissed: root.appState.showAbout = false
         }
     }
 }

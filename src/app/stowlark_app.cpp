@@ -1,6 +1,7 @@
 #include "app/stowlark_app.h"
 
 #include "foundation/file_url.h"
+#include "info/info_module.h"
 #include "window/main_window.h"
 #include "window/uri_list.h"
 
@@ -25,6 +26,7 @@ StowlarkApp::StowlarkApp(const Desktop &desktop, UpdateChecker &updater)
 
     // Reading the system's fonts takes about as long as loading the types, which another thread does.
     QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
+    useInfoModule(engine_);
     qml_register_types_Stowlark_App();
     window_ = openMainWindow(engine_, view_, QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/App/Scene.qml")),
                              {{QStringLiteral("appState"), QVariant::fromValue(&AppState::shared())},

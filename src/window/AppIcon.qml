@@ -10,6 +10,7 @@ Item {
     implicitHeight: size
 
     SoftShadow {
+        visible: image.status === Image.Ready
         y: root.size / 20
         width: root.size
         height: root.size
@@ -19,6 +20,8 @@ Item {
     }
 
     Image {
+        id: image
+
         source: "AppIcon.svg"
         sourceSize.width: root.size
         sourceSize.height: root.size

@@ -6,7 +6,10 @@ RowLayout {
     id: root
 
     required property string symbol
+    property real symbolSize: 12
     property alias text: title.text
+    property alias textColor: title.color
+    property alias font: title.font
 
     spacing: 6
     Accessible.role: Accessible.Heading
@@ -16,7 +19,7 @@ RowLayout {
     Symbol {
         Layout.alignment: Qt.AlignBaseline
         name: root.symbol
-        size: 12
+        size: root.symbolSize
         color: Theme.accentStart
     }
 

@@ -9,6 +9,7 @@ Popup {
     required property string title
     /// Whether it is to be seen; it is closed by setting this to false.
     required property bool shown
+    property real radius: 12
 
     signal dismissed
 
@@ -21,6 +22,7 @@ Popup {
     visible: shown
     closePolicy: Popup.CloseOnEscape
     onClosed: dismissed()
+    Component.onCompleted: contentItem.parent.Accessible.name = Qt.binding(() => title) // the dialog
 
     T.Overlay.modal: Rectangle {
         color: Qt.rgba(0, 0, 0, 0.35)
@@ -31,22 +33,27 @@ Popup {
             y: 6
             width: parent.width
             height: parent.height
-            radius: 12
+            radius: root.radius
             blur: 14
             color: Qt.rgba(0, 0, 0, 0.5)
         }
 
         Rectangle {
             anchors.fill: parent
-            radius: 12
+            radius: root.radius
             color: Theme.window
-            border.color: Theme.faded(Theme.primary, 0.15)
         }
     }
 
     contentItem: FocusScope {
         focus: true
-        Accessible.role: Accessible.Dialog
-        Accessible.name: root.title
+
+        Rectangle { // the outline, over what the sheet holds
+            z: 1
+            anchors.fill: parent
+            radius: root.radius
+            color: "transparent"
+            border.color: Theme.faded(Theme.primary, 0.15)
+        }
     }
 }

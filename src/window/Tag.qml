@@ -10,6 +10,7 @@ Rectangle {
     property alias font: label.font
     property real horizontalPadding: 7
     property real verticalPadding: 3
+    property bool isEdged: true
 
     implicitWidth: label.implicitWidth + 2 * horizontalPadding
     implicitHeight: label.implicitHeight + 2 * verticalPadding
@@ -17,6 +18,7 @@ Rectangle {
     color: Theme.white(0.06)
 
     Edge {
+        visible: root.isEdged && Theme.isLight
         radius: root.radius
     }
 

@@ -74,6 +74,10 @@ void ContentView::takeIncomingFile() {
     }
 }
 
+QString ContentView::siteName() {
+    return stowlark::siteName();
+}
+
 QString ContentView::siteLabel() {
     return QStringLiteral("by ") + siteName();
 }

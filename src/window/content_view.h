@@ -23,6 +23,7 @@ class ContentView : public QObject {
 
     Q_PROPERTY(stowlark::ArchiveManager *mgr READ mgr CONSTANT)
     Q_PROPERTY(stowlark::FileListModel *files READ files CONSTANT)
+    Q_PROPERTY(QString siteName READ siteName CONSTANT)
     Q_PROPERTY(QString siteLabel READ siteLabel CONSTANT)
     Q_PROPERTY(QStringList modes READ modes CONSTANT)
     Q_PROPERTY(QStringList formats READ formats CONSTANT)
@@ -62,6 +63,7 @@ public:
     ArchiveManager *mgr() { return &mgr_; }
     FileListModel *files() { return &files_; }
     UpdateChecker *updater() { return &updater_; }
+    static QString siteName();
     static QString siteLabel();
     static QStringList modes();
     static QStringList formats();
