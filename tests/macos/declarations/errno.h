@@ -1,0 +1,5 @@
+#pragma once
+
+#define EEXIST 17
+extern "C" int *__error(void);
+#define errno (*__error())
