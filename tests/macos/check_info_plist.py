@@ -35,7 +35,6 @@ for uti in ("public.zip-archive", "org.gnu.gnu-zip-archive", "org.7-zip.7-zip-ar
             "com.apple.disk-image-udif"):
     assert len([each for each in types if uti in each]) == 1, uti
 assert set.union(*types) <= set(service["NSSendFileTypes"])
-assert all(document["LSHandlerRank"] == "Alternate" for document in info["CFBundleDocumentTypes"])
 
 extensions = {}
 for declared in info["UTImportedTypeDeclarations"]:

@@ -1,5 +1,3 @@
-#pragma once
-
 #include <stdint.h>
 
 #define COPYFILE_ACL (1 << 0)

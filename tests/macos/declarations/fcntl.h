@@ -1,5 +1,3 @@
-#pragma once
-
 #define O_WRONLY 0x0001
 #define O_CREAT 0x0200
 #define O_EXCL 0x0800

@@ -1,3 +1,1 @@
-#pragma once
-
 extern "C" int close(int fd);

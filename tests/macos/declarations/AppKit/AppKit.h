@@ -1,24 +1,18 @@
 // The same of AppKit and of what it brings of Core Graphics.
-#pragma once
-
 #import <Foundation/Foundation.h>
 
-struct CGPoint {
+struct NSPoint {
     CGFloat x, y;
 };
-struct CGSize {
+struct NSSize {
     CGFloat width, height;
 };
-struct CGRect {
-    CGPoint origin;
-    CGSize size;
+struct NSRect {
+    NSPoint origin;
+    NSSize size;
 };
-typedef CGSize NSSize;
-typedef CGRect NSRect;
 extern "C" const NSRect NSZeroRect;
-inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height) {
-    return {{x, y}, {width, height}};
-}
+extern "C" NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat height);
 
 typedef struct CGContext *CGContextRef;
 typedef struct CGColorSpace *CGColorSpaceRef;
@@ -61,13 +55,11 @@ static const NSModalResponse NSModalResponseOK = 1;
 @end
 
 enum NSAlertStyle : NSUInteger { NSAlertStyleWarning = 0, NSAlertStyleInformational = 1 };
-@interface NSButton : NSObject
-@end
 @interface NSAlert : NSObject
 @property(copy) NSString *messageText;
 @property(copy) NSString *informativeText;
 @property NSAlertStyle alertStyle;
-- (NSButton *)addButtonWithTitle:(NSString *)title;
+- (id)addButtonWithTitle:(NSString *)title;
 - (NSModalResponse)runModal;
 @end
 

@@ -1,6 +1,4 @@
 // Declarations of our own of what the product uses of Foundation: enough to compile, nothing to link.
-#pragma once
-
 #include <stddef.h>
 #include <stdint.h>
 
@@ -27,10 +25,7 @@ __attribute__((objc_root_class))
                                     count:(NSUInteger)count;
 @end
 
-@protocol NSCopying
-@end
-
-@interface NSString : NSObject <NSCopying>
+@interface NSString : NSObject
 @property(readonly) const char *UTF8String;
 + (instancetype)stringWithUTF8String:(const char *)text;
 @end

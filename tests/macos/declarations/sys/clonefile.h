@@ -1,5 +1,3 @@
-#pragma once
-
 #include <stdint.h>
 
 #define CLONE_NOOWNERCOPY 0x0002
