@@ -1,0 +1,22 @@
+#include "desktop/linux/platform_data.h"
+
+namespace stowlark {
+namespace {
+
+constexpr const char *tokenVariable = "XDG_ACTIVATION_TOKEN"; // where Qt looks for it
+const QString tokenKey = QStringLiteral("activation-token");
+
+} // namespace
+
+QVariantMap platformData() {
+    const QByteArray token = qgetenv(tokenVariable);
+    return token.isEmpty() ? QVariantMap() : QVariantMap{{tokenKey, QString::fromLatin1(token)}};
+}
+
+void takePlatformData(const QVariantMap &data) {
+    if (const QByteArray token = data.value(tokenKey).toString().toLatin1(); !token.isEmpty()) {
+        qputenv(tokenVariable, token);
+    }
+}
+
+} // namespace stowlark
