@@ -1,68 +1,9 @@
 #include "desktop/open_panel.h"
 
-#include "desktop/over_window.h"
-
-#include <QCoro/QCoroSignal>
-
-#include <QAbstractItemView>
-#include <QDir>
-#include <QFileDialog>
-#include <QFileInfo>
-#include <QLineEdit>
-#include <QPointer>
-#include <QRegularExpression>
+#include "desktop/file_dialog.h"
 
 namespace stowlark {
 namespace {
-
-/// Takes files and folders alike; Qt's own takes the one kind or the other. Opening a folder with a double
-/// click or the Return key in the list still goes into it.
-class FilesAndFoldersDialog final : public QFileDialog {
-public:
-    FilesAndFoldersDialog() {
-        setOption(QFileDialog::DontUseNativeDialog);
-        setFileMode(QFileDialog::Directory);
-        setOption(QFileDialog::ShowDirsOnly, false);
-        setLabelText(QFileDialog::Accept, tr("Add"));
-        setLabelText(QFileDialog::FileName, tr("Names:"));
-        for (const char *pointless : {"fileTypeLabel", "fileTypeCombo"}) {
-            findChild<QWidget *>(QLatin1String(pointless))->hide();
-        }
-        for (auto *view :
-             findChildren<QAbstractItemView *>(QRegularExpression(QStringLiteral("^(list|tree)View$")))) {
-            view->setSelectionMode(QAbstractItemView::ExtendedSelection);
-        }
-    }
-
-    void accept() override {
-        if (findChild<QLineEdit *>()->text().isEmpty()) {
-            return; // nothing chosen: Qt would take the folder that is shown
-        }
-        for (const QString &file : selectedFiles()) {
-            if (!QFileInfo::exists(file)) {
-                QFileDialog::accept(); // says so
-                return;
-            }
-        }
-        done(QDialog::Accepted);
-    }
-};
-
-/// Shows the dialog over the window until the user has decided.
-QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog) {
-    const QPointer<QFileDialog> alive(dialog);
-    dialog->setDirectory(QDir::homePath());
-    showOverWindow(*dialog);
-    const int result = co_await qCoro(dialog, &QDialog::finished);
-    QList<QUrl> chosen;
-    if (alive && result == QDialog::Accepted) {
-        chosen = dialog->selectedUrls();
-    }
-    if (alive) {
-        dialog->deleteLater();
-    }
-    co_return chosen;
-}
 
 QCoro::Task<std::optional<QUrl>> oneDecision(QFileDialog *dialog) {
     const QList<QUrl> chosen = co_await decision(dialog);
@@ -70,12 +11,6 @@ QCoro::Task<std::optional<QUrl>> oneDecision(QFileDialog *dialog) {
 }
 
 } // namespace
-
-QCoro::Task<QList<QUrl>> chooseFilesAndFolders() {
-    auto *dialog = new FilesAndFoldersDialog;
-    dialog->setWindowTitle(QFileDialog::tr("Add Files and Folders"));
-    return decision(dialog);
-}
 
 QCoro::Task<std::optional<QUrl>> chooseArchive() {
     auto *dialog = new QFileDialog;

@@ -10,7 +10,7 @@
 /// Modal panels to choose existing items. Each ends with nothing when the user cancels.
 namespace stowlark {
 
-/// Files and folders at once, any number.
+/// Files and folders at once, any number. One source per system.
 QCoro::Task<QList<QUrl>> chooseFilesAndFolders();
 
 /// One file: archives first, any other too.

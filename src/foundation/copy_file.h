@@ -1,7 +1,5 @@
 #pragma once
 
-#include "foundation/descriptor.h"
-
 #include <sys/stat.h>
 
 /// How one system copies what an open file or folder holds. One source per system.

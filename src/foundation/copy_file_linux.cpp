@@ -1,5 +1,7 @@
 #include "foundation/copy_file.h"
 
+#include "foundation/descriptor.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>

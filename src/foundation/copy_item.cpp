@@ -1,6 +1,7 @@
 #include "foundation/copy_item.h"
 
 #include "foundation/copy_file.h"
+#include "foundation/descriptor.h"
 #include "foundation/errors.h"
 #include "foundation/job_stack.h"
 

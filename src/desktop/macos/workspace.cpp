@@ -1,12 +1,11 @@
 #include "desktop/workspace.h"
 
-#include "foundation/child_process.h"
-#include "foundation/file_url.h"
+#include "desktop/macos/appkit_workspace.h"
 
 namespace stowlark {
 
 void reveal(const QUrl &item) {
-    runChildQuietly({.tool = "/usr/bin/open", .arguments = {"-R", path(item).native()}});
+    appkit::reveal(item.toEncoded().constData());
 }
 
 } // namespace stowlark

@@ -1,0 +1,11 @@
+#include "desktop/activation.h"
+
+#import <AppKit/AppKit.h>
+
+namespace stowlark {
+
+void bringToFront() {
+    [NSApp activateIgnoringOtherApps:YES];
+}
+
+} // namespace stowlark

@@ -1,0 +1,3 @@
+#define EEXIST 17
+extern "C" int *__error(void);
+#define errno (*__error())

@@ -1,0 +1,1 @@
+extern "C" int close(int fd);
