@@ -32,3 +32,30 @@ function(stowlark_room name)
         target_link_libraries(stowlark_${name} PRIVATE stowlark_no_screen)
     endif()
 endfunction()
+
+# A room with views is also a QML module, Stowlark.Name.
+#
+#   stowlark_qml_room(Name SOURCES ... QML ... RESOURCES ... LINKS ...)
+function(stowlark_qml_room name)
+    cmake_parse_arguments(room "" "" "SOURCES;QML;RESOURCES;LINKS" ${ARGN})
+    string(TOLOWER ${name} library)
+    # On our sources alone: what Qt generates from the QML does not pass.
+    set_source_files_properties(${room_SOURCES} PROPERTIES COMPILE_OPTIONS "${STOWLARK_WARNINGS}")
+    if(STOWLARK_SANITIZE) # what Qt generates from the QML takes long to build and is not what is looked at
+        set(uncompiled NO_CACHEGEN)
+    endif()
+    qt_add_library(stowlark_${library} STATIC)
+    qt_add_qml_module(stowlark_${library}
+        URI Stowlark.${name}
+        VERSION 1.0
+        DEPENDENCIES QtQuick
+        NO_PLUGIN ${uncompiled}
+        OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/Stowlark/${name}
+        RESOURCE_PREFIX /qt/qml
+        IMPORT_PATH ${PROJECT_BINARY_DIR}/qml
+        SOURCES ${room_SOURCES}
+        QML_FILES ${room_QML}
+        RESOURCES ${room_RESOURCES})
+    target_include_directories(stowlark_${library} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(stowlark_${library} PUBLIC ${room_LINKS} PRIVATE stowlark_options)
+endfunction()

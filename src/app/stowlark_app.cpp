@@ -1,35 +1,66 @@
 #include "app/stowlark_app.h"
 
+#include "foundation/file_url.h"
 #include "window/main_window.h"
+#include "window/uri_list.h"
 
 #include <QAccessible>
 #include <QFontDatabase>
 #include <QGuiApplication>
 #include <QThreadPool>
 
+/// Generated with the application's QML module.
+void qml_register_types_Stowlark_App();
+
 namespace stowlark {
 
-StowlarkApp::StowlarkApp(Desktop desktop, UpdateChecker &updater)
-    : view_(std::move(desktop), {}, AppState::shared(), updater) {
-    QGuiApplication::setQuitOnLastWindowClosed(false);
-    QObject::connect(qGuiApp, &QGuiApplication::lastWindowClosed, &view_, [this] { quitWhenDone(); });
+StowlarkApp::StowlarkApp(const Desktop &desktop, UpdateChecker &updater)
+    : view_(desktop, {}, AppState::shared(), updater)
+    , appDelegate_(AppState::shared(), updater, [this] { activate(); })
+    , commands_(AppState::shared(), updater, [this] { view_.openSite(); })
+    , quitting_(*view_.mgr(), &QCoreApplication::quit) {
     // What Qt Quick 6.4 tells screen readers of a picker that it deletes crashes.
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &view_,
                      [] { QAccessible::installUpdateHandler([](QAccessibleEvent *) {}); });
 
     // Reading the system's fonts takes about as long as loading the types, which another thread does.
     QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
-    window_ = openMainWindow(engine_, view_);
+    qml_register_types_Stowlark_App();
+    window_ = openMainWindow(engine_, view_, QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/App/Scene.qml")),
+                             {{QStringLiteral("appState"), QVariant::fromValue(&AppState::shared())},
+                              {QStringLiteral("commands"), QVariant::fromValue(&commands_)},
+                              {QStringLiteral("quitting"), QVariant::fromValue(&quitting_)}});
 }
 
-void StowlarkApp::quitWhenDone() {
-    if (!view_.mgr()->isCreating()) {
-        QCoreApplication::quit();
-        return;
+void StowlarkApp::take(const Invocation &invocation) {
+    switch (invocation.kind) {
+    case Invocation::Kind::activate:
+        activate();
+        break;
+    case Invocation::Kind::open:
+        if (const auto file = lastFile(invocation.uris.join(u'\n').toUtf8())) {
+            appDelegate_.applicationOpenFile(path(*file));
+        }
+        break;
+    case Invocation::Kind::extractFiles:
+        appDelegate_.serviceHandler().extractFiles(invocation.uris);
+        break;
+    case Invocation::Kind::action:
+        for (const AppMode mode : allCases<AppMode>()) {
+            if (invocation.action == rawValue(mode).toLower()) {
+                view_.setMode(mode);
+                activate();
+            }
+        }
+        break;
     }
-    QObject::connect(
-        view_.mgr(), &ArchiveManager::isCreatingChanged, &view_, [this] { quitWhenDone(); },
-        Qt::SingleShotConnection);
+}
+
+void StowlarkApp::activate() const {
+    window_->setWindowStates(window_->windowStates() & ~Qt::WindowMinimized);
+    window_->show();
+    window_->raise();
+    window_->requestActivate();
 }
 
 } // namespace stowlark

@@ -9,12 +9,14 @@ ApplicationWindow {
     id: root
 
     required property ContentView view
+    /// The height of what is above and below the content.
+    readonly property real around: (menuBar?.height ?? 0) + (footer?.height ?? 0)
 
     title: "Stowlark"
     width: 580
-    height: Math.min(820, Screen.desktopAvailableHeight - 40)
+    height: Math.min(820, Screen.desktopAvailableHeight - 40 - around) + around
     minimumWidth: 560
-    minimumHeight: 620
+    minimumHeight: 620 + around
     visible: true
     color: Theme.window
     palette.window: Theme.system.window
@@ -29,6 +31,10 @@ ApplicationWindow {
     palette.dark: Theme.system.text
     palette.highlight: Theme.system.highlight
     palette.highlightedText: Theme.system.highlightedText
+
+    background: Item { // under the menus too
+        Glow {}
+    }
 
     Shortcut {
         sequence: "Ctrl+O"
@@ -49,8 +55,6 @@ ApplicationWindow {
         sequences: ["Ctrl+Return", "Ctrl+Enter"]
         onActivated: root.view.mode === 0 ? root.view.create() : root.view.extract()
     }
-
-    Glow {}
 
     ColumnLayout {
         anchors.fill: parent

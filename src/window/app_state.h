@@ -2,12 +2,15 @@
 
 #include <QObject>
 #include <QUrl>
+#include <QtQml/qqml.h>
 
 namespace stowlark {
 
 /// Through which menus, the desktop and other programs reach the window. Lives on the main thread.
 class AppState : public QObject {
     Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("Made by the application")
     Q_PROPERTY(QUrl incomingFile READ incomingFile WRITE setIncomingFile NOTIFY incomingFileChanged)
     Q_PROPERTY(bool showAbout READ showAbout WRITE setShowAbout NOTIFY showAboutChanged)
     Q_PROPERTY(bool showHelp READ showHelp WRITE setShowHelp NOTIFY showHelpChanged)

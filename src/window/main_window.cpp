@@ -9,14 +9,16 @@ void qml_register_types_Stowlark_Window();
 
 namespace stowlark {
 
-std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &view) {
+std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &view, const QUrl &scene,
+                                             QVariantMap properties) {
     qml_register_types_Stowlark_Window();
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // which the engine owns
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     // Not a QQmlApplicationEngine: that looks for a variant of every file.
-    QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/Window/MainWindow.qml")));
-    std::unique_ptr<QObject> window(
-        component.createWithInitialProperties({{QStringLiteral("view"), QVariant::fromValue(&view)}}));
-    if (component.isError()) {
+    QQmlComponent component(&engine, scene);
+    properties.insert(QStringLiteral("view"), QVariant::fromValue(&view));
+    std::unique_ptr<QObject> window(component.createWithInitialProperties(properties));
+    if (!window) {
         qWarning() << component.errors();
     }
     return std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow *>(window.release()));

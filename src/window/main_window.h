@@ -9,8 +9,15 @@
 
 namespace stowlark {
 
-/// Opens the window that draws `view`; the window must not outlive them. Null if it could not be made, which
-/// is then logged.
-std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &view);
+/// The QML file of the window itself.
+inline QUrl mainWindowScene() {
+    return QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/Window/MainWindow.qml"));
+}
+
+/// Opens the window that draws `view`; the window must not outlive them. `scene` is a QML file with a
+/// MainWindow, `properties` what that takes besides. Null if it could not be made, which is then logged.
+std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &view,
+                                             const QUrl &scene = mainWindowScene(),
+                                             QVariantMap properties = {});
 
 } // namespace stowlark

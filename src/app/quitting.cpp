@@ -1,0 +1,32 @@
+#include "app/quitting.h"
+
+namespace stowlark {
+
+Quitting::Quitting(ArchiveManager &mgr, std::function<void()> quit)
+    : mgr_(mgr)
+    , quit_(std::move(quit)) {
+    connect(&mgr_, &ArchiveManager::isCreatingChanged, this, &Quitting::takeProgress);
+}
+
+bool Quitting::request() {
+    setPending(mgr_.isCreating());
+    return !isPending_;
+}
+
+void Quitting::takeProgress() {
+    if (isPending_ && !mgr_.isCreating()) {
+        setPending(false);
+        if (!mgr_.statusIsError()) {
+            quit_();
+        }
+    }
+}
+
+void Quitting::setPending(bool pending) {
+    if (pending != isPending_) {
+        isPending_ = pending;
+        Q_EMIT isPendingChanged();
+    }
+}
+
+} // namespace stowlark

@@ -1,0 +1,154 @@
+#include "app/app_delegate.h"
+#include "app/invocation.h"
+#include "app/menu_commands.h"
+#include "app/quitting.h"
+#include "foundation/file_url.h"
+#include "support/feed_server.h"
+
+#include <QDir>
+#include <QFileOpenEvent>
+#include <QTest>
+
+using namespace stowlark;
+
+namespace {
+
+/// What reaches the window: "front" as it is brought to the front, and the files handed over.
+struct Window {
+    AppState state;
+    QStringList events;
+    Window() {
+        QObject::connect(&state, &AppState::incomingFileChanged,
+                         [this] { events += QString::fromLatin1(state.incomingFile().toEncoded()); });
+    }
+    std::function<void()> activate() {
+        return [this] { events += QStringLiteral("front"); };
+    }
+};
+
+Invocation asked(std::vector<std::string> arguments) {
+    std::vector<char *> pointers;
+    for (std::string &argument : arguments) {
+        pointers.push_back(argument.data());
+    }
+    return invocation(pointers);
+}
+
+} // namespace
+
+class AppTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void handsOpenedFilesOver() {
+        Window window;
+        UpdateChecker updater({});
+        AppDelegate delegate(window.state, updater, window.activate());
+        QVERIFY(delegate.applicationOpenFile("/no such.zip"));
+        QVERIFY(delegate.applicationOpenFile("/b\xFF.txt"));
+        QFileOpenEvent event(QUrl(u"file:///last.zip"_qs));
+        QVERIFY(QCoreApplication::sendEvent(QCoreApplication::instance(), &event));
+        QCoreApplication::processEvents();
+        QVERIFY(window.events.isEmpty());
+        QTRY_COMPARE(window.events.size(), 6);
+        QCOMPARE(window.events, (QStringList{u"front"_qs, u"file:///no%20such.zip"_qs, u"front"_qs,
+                                             u"file:///b%FF.txt"_qs, u"front"_qs, u"file:///last.zip"_qs}));
+    }
+
+    void checksForUpdatesAfterLaunch() {
+        const Identity identity;
+        Server server(identity.server);
+        Window window;
+        UpdateChecker updater({.showAlert = {},
+                               .openURL = {},
+                               .feed = {.url = server.url(), .tls = identity.client},
+                               .version = {}});
+        AppDelegate delegate(window.state, updater, window.activate());
+        delegate.applicationDidFinishLaunching();
+        QCoreApplication::processEvents();
+        QVERIFY(!updater.isChecking());
+        QTRY_VERIFY(updater.isChecking());
+        QTRY_COMPARE(server.requests.size(), 1);
+    }
+
+    void extractsTheFirstFile() {
+        Window window;
+        ServiceHandler handler(window.state, window.activate());
+        for (const QStringList &none :
+             {QStringList(),
+              {u"text"_qs, u"/tmp/x.zip"_qs, QString(), u"file:"_qs, u"http://x.example/x.zip"_qs},
+              QStringList(10'000, u"file://elsewhere.example/x.zip"_qs)}) {
+            handler.extractFiles(none);
+            QCoreApplication::processEvents();
+            QVERIFY(window.events.isEmpty());
+        }
+        handler.extractFiles({u"text"_qs, u"file:///a%FF%20b.zip"_qs, u"file:///second.zip"_qs});
+        QVERIFY(window.events.isEmpty());
+        QCoreApplication::processEvents();
+        QCOMPARE(window.events, (QStringList{u"front"_qs, u"file:///a%FF%20b.zip"_qs}));
+    }
+
+    void readsTheCommandLine() {
+        using Kind = Invocation::Kind;
+        const TestFolder folder;
+        std::filesystem::create_directory_symlink(folder.path(), folder.path() / "link");
+        QVERIFY(QDir::setCurrent(QString::fromStdString(folder.path().native())));
+        QCOMPARE(asked({}).kind, Kind::activate);
+        QCOMPARE(asked({"--gapplication-service"}).kind, Kind::activate);
+        QCOMPARE(asked({"http://x.example/x.zip", ""}).kind, Kind::activate);
+        QCOMPARE(asked({"--extract"}).action, u"extract"_qs);
+        const auto at = [&](const char *name) {
+            return QString::fromLatin1(fileUrl(folder.path() / name).toEncoded());
+        };
+        const Invocation open =
+            asked({"\xFF\xC3\xA4 %20.zip", "link/x", "link/../x", "file:///y%FF", "--", "--extract"});
+        QCOMPARE(open.kind, Kind::open);
+        QCOMPARE(open.uris[0], at("\xFF\xC3\xA4 %20.zip"));
+        QCOMPARE(open.uris[1], at("link/x"));
+        QCOMPARE(open.uris[2], QString::fromLatin1(fileUrl(folder.path().parent_path() / "x").toEncoded()));
+        QCOMPARE(open.uris.mid(3), (QStringList{u"file:///y%FF"_qs, at("--extract")}));
+        const Invocation service = asked({"--extract-files", "/a", "/b"});
+        QCOMPARE(service.kind, Kind::extractFiles);
+        QCOMPARE(service.uris.first(), u"file:///a"_qs);
+    }
+
+    void commandsRaiseFlags() {
+        AppState state;
+        UpdateChecker updater({});
+        int visits = 0;
+        MenuCommands commands(state, updater, [&visits] { ++visits; });
+        commands.about()->trigger();
+        QVERIFY(state.showAbout() && !state.showHelp());
+        commands.help()->trigger();
+        QVERIFY(state.showHelp());
+        commands.visit()->trigger();
+        QCOMPARE(visits, 1);
+        QCOMPARE(commands.checkForUpdates()->label(), u"Check for Updates\u2026"_qs);
+        QCOMPARE(commands.visit()->label(), u"Visit stowlark.example"_qs);
+    }
+
+    void quitsBetweenOperations_data() {
+        QTest::addColumn<QString>("output");
+        QTest::newRow("success") << u"a.zip"_qs;
+        QTest::newRow("failure") << u"none/a.zip"_qs;
+    }
+
+    void quitsBetweenOperations() {
+        QFETCH(QString, output);
+        const TestFolder folder;
+        ArchiveManager mgr;
+        int quits = 0;
+        Quitting quitting(mgr, [&quits] { ++quits; });
+        QVERIFY(quitting.request() && !quitting.isPending());
+        mgr.createArchive({fileUrl(folder.write("a.txt", "a"))}, ArchiveFormat::zip, CompressionLevel::normal,
+                          fileUrl(folder.path() / output.toStdString()));
+        QVERIFY(!quitting.request() && quitting.isPending());
+        QTRY_VERIFY(!mgr.isCreating());
+        QVERIFY(!quitting.isPending());
+        QCOMPARE(quits, mgr.statusIsError() ? 0 : 1);
+        QCOMPARE(mgr.statusIsError(), output.contains(u'/'));
+    }
+};
+
+QTEST_GUILESS_MAIN(AppTest)
+#include "app_test.moc"

@@ -1,0 +1,133 @@
+"""Other programs reach Stowlark: a second start, the session bus, its menus and keys."""
+
+import os
+import pathlib
+import subprocess
+import sys
+import time
+import zipfile
+
+from gi.repository import Gio, GLib
+
+from stowlark_window import StowlarkWindow, xdotool
+
+HOME = pathlib.Path(os.environ["HOME"])
+ID = "example.stowlark.Stowlark"
+PATH = "/example/stowlark/Stowlark"
+STANDARD = "org.freedesktop.Application"
+
+
+def call(method, signature, *arguments, interface=STANDARD):
+    return Gio.bus_get_sync(Gio.BusType.SESSION).call_sync(
+        ID, PATH, interface, method, GLib.Variant(signature, arguments), None, Gio.DBusCallFlags.NO_AUTO_START, -1)
+
+
+def start_again(program, *arguments, **options):
+    """A later start hands over and leaves at once."""
+    begin = time.monotonic()
+    result = subprocess.run([program, *arguments], capture_output=True, text=True, timeout=60, **options)
+    print(f"a second start took {time.monotonic() - begin:.2f} s")
+    assert result.returncode == 0, result
+
+
+def expect_archive(window, path):
+    window.find("label", path.name)
+    window.find("label", str(path.parent))
+
+
+def hand_over(window, program, archives):
+    (HOME / "sub").mkdir()
+    start_again(program, "zip 1.zip", "../zip 1.zip", cwd=HOME / "sub")
+    expect_archive(window, archives[1])  # the last
+    start_again(program, "--extract-files", archives[2], archives[0])
+    expect_archive(window, archives[2])  # the first
+    start_again(program, "--compress")
+    window.find("push button", "Create Archive")
+    call("Open", "(asa{sv})", [a.as_uri() for a in archives] + ["http://x.example/", "x", ""], {})
+    expect_archive(window, archives[-1])
+    call("extractFiles", "(as)", ["text", archives[0].as_uri(), archives[1].as_uri()], interface=ID)
+    expect_archive(window, archives[0])
+
+
+def bad_input(window, archives):
+    """Is ignored, or answered with an error."""
+    none = ["", "x", "./zip", "/tmp", "http://x.example/x.zip", "file:", "file://elsewhere.example/x.zip", "file:///%00"]
+    for uris in [[], none, none * 1250]:
+        call("extractFiles", "(as)", uris, interface=ID)
+        call("Open", "(asa{sv})", uris, {})
+    call("Activate", "(a{sv})", {"activation-token": GLib.Variant("as", ["?"])})
+    call("ActivateAction", "(sava{sv})", "unknown", [GLib.Variant("s", "?")], {})
+    for method, signature, arguments in [("Open", "(s)", ["x"]), ("Nothing", "()", [])]:
+        try:
+            call(method, signature, *arguments)
+        except GLib.Error:
+            continue
+        raise AssertionError(f"no error from {method}")
+    expect_archive(window, archives[0])
+    call("Open", "(asa{sv})", ["file:///gone/%FF.zip"], {})
+    window.find("label", "/gone")
+    call("Open", "(asa{sv})", [archives[0].as_uri()] * 10000, {})
+    expect_archive(window, archives[0])
+
+
+def comes_to_the_front(window):
+    other = subprocess.Popen(["xdotool", "search", "--sync", "--name", "^In front$"], stdout=subprocess.PIPE)
+    front = subprocess.Popen([sys.executable, "-c", "import gi; gi.require_version('Gtk', '3.0')\n"
+                              "from gi.repository import Gtk\n"
+                              "w = Gtk.Window(title='In front'); w.fullscreen(); w.show_all(); Gtk.main()"])
+    try:
+        other.communicate(timeout=60)
+        window.wait("the other window", lambda: "active" not in window.node("frame", "Stowlark").states)
+        call("Activate", "(a{sv})", {})
+        window.wait("Stowlark in front", lambda: "active" in window.node("frame", "Stowlark").states)
+    finally:
+        front.kill()
+        front.wait()
+
+
+def menus(window):
+    call("ActivateAction", "(sava{sv})", "compress", [], {})
+    xdotool("key", "ctrl+n")  # there is no such command
+    for key, sheet in [("ctrl+question", "Stowlark Help"), ("F1", "Stowlark Help")]:
+        xdotool("key", key)
+        window.find("dialog", sheet)
+        xdotool("key", "Escape")
+        window.wait("no sheet", lambda: not window.node("dialog", sheet))
+    xdotool("key", "F10")
+    window.find("menu item", "Check for Updates…")
+    xdotool("key", "Down", "Return")  # the first of the menu
+    window.find("dialog", "About Stowlark")
+    xdotool("key", "Escape")
+    xdotool("key", "alt+h")
+    window.find("menu item", "Visit stowlark.example")
+    xdotool("key", "Escape")
+
+
+def without_a_bus(program):
+    environment = dict(os.environ, DBUS_SESSION_BUS_ADDRESS="unix:path=/nowhere")
+    with subprocess.Popen([program, "--extract"], env=environment) as alone:
+        window = subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--pid", str(alone.pid)],
+                                capture_output=True, text=True, timeout=60, check=True).stdout.split()[-1]
+        xdotool("windowfocus", "--sync", window, "key", "ctrl+q")
+        assert alone.wait(60) == 0
+
+
+def main(program):
+    archives = [HOME / f"zip {i}.zip" for i in range(4)]
+    for archive in archives:
+        with zipfile.ZipFile(archive, "w") as file:
+            file.writestr("inside.txt", archive.name)
+    without_a_bus(program)
+    with StowlarkWindow(program) as window:
+        hand_over(window, program, archives)
+        bad_input(window, archives)
+        comes_to_the_front(window)
+        call("Open", "(asa{sv})", [archives[0].as_uri()], {})
+        expect_archive(window, archives[0])
+        xdotool("key", "ctrl+Return")
+        window.wait("the outcome", lambda: "Extracted to: zip 0/" in window.spoken())
+        menus(window)
+    assert (HOME / "zip 0/inside.txt").read_text() == "zip 0.zip"
+
+
+main(sys.argv[1])
