@@ -11,6 +11,7 @@ MenuBar {
 
     padding: 2
     leftPadding: 8
+    Accessible.name: qsTr("Menus")
 
     background: Item {}
 

@@ -10,7 +10,7 @@ MenuBarItem {
     leftPadding: 8
     rightPadding: 8
     font.pointSize: Theme.points(13)
-    Accessible.role: Accessible.MenuItem
+    Accessible.onRoleChanged: Accessible.role = Accessible.MenuItem // Qt makes it a second bar
     Accessible.name: contentItem.text // without the mark of its letter
 
     contentItem: Label {

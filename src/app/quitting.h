@@ -8,7 +8,7 @@
 
 namespace stowlark {
 
-/// Lets the application quit only between operations.
+/// Lets the application quit only between operations, whoever asks it to.
 class Quitting : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -28,6 +28,9 @@ public:
 
 Q_SIGNALS:
     void isPendingChanged();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void setPending(bool pending);

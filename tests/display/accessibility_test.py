@@ -9,7 +9,7 @@ from stowlark_window import StowlarkWindow, xdotool
 
 HOME = pathlib.Path(os.environ["HOME"])
 CONTROLS = {"push button", "link", "page tab", "combo box", "text", "list", "list item"}
-PLAIN = {"application", "frame", "page tab list", "label", "heading", "notification"}
+PLAIN = {"application", "frame", "page tab list", "label", "heading", "notification", "menu bar", "menu item"}
 HEADER = ["by ", "Compress", "Extract"]
 COMPRESS = ["Browse Files…", "Format", "Compression", "Archive Name", "Change the folder to save to"]
 EXTRACT = ["Browse Archive…", "Change the folder to extract to"]
