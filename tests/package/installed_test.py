@@ -11,17 +11,14 @@ import time
 import zipfile
 
 import gi
-
-gi.require_version("Nautilus", "4.0")
-gi.require_version("Caja", "2.0")
-gi.require_version("Thunarx", "3.0")
 from gi.repository import Gio, GLib
 from stowlark_window import PATIENCE, StowlarkWindow, xdotool
 
 HOME = pathlib.Path(os.environ["HOME"])
 ENTRY = pathlib.Path(sys.argv[1])
 ID = ENTRY.stem
-MENUS = {"nautilus-python": "get_file_items", "caja-python": "get_file_items", "thunarx-python": "get_file_menu_items"}
+MENUS = [("Nautilus", "4.0", "nautilus-python", "get_file_items"), ("Caja", "2.0", "caja-python", "get_file_items"),
+         ("Thunarx", "3.0", "thunarx-python", "get_file_menu_items")]
 
 
 def call(interface, method, arguments, name=ID, path="/" + ID.replace(".", "/")):
@@ -95,7 +92,11 @@ def quit_by_key(window):
 
 
 def context_menus(window):
-    for folder, method in MENUS.items():
+    for interface, version, folder, method in MENUS:
+        if version not in gi.Repository.get_default().enumerate_versions(interface):
+            print(f"gir1.2-{interface.lower()}-{version} is not installed: its menu is left out")
+            continue
+        gi.require_version(interface, version)
         extension = runpy.run_path(f"/usr/share/{folder}/extensions/stowlark.py", run_name=folder)
         menu = getattr(extension["StowlarkMenu"](), method)
         for other in ("file:///a.txt", "sftp://host/a.zip", "file:///a.zip/"):
