@@ -7,23 +7,42 @@
 #include <QIcon>
 #include <QQuickStyle>
 
+#include <algorithm>
 #include <csignal>
+#include <span>
+#include <string_view>
+
+namespace {
+
+/// Such a question is answered without a display.
+bool isQuestion(std::string_view argument) {
+    return argument == "--help" || argument == "-h" || argument == "--version" || argument == "-v";
+}
+
+} // namespace
 
 int main(int argc, char *argv[]) {
     using namespace stowlark;
     // A parent may have had them ignored, which is inherited; then the end of a tool could not be waited for.
     std::signal(SIGCHLD, SIG_DFL); // NOLINT(cert-err33-c)
-    const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("Stowlark"));
     QCoreApplication::setApplicationVersion(bundleVersion());
+    const auto arguments = [&] { return std::span(argv, static_cast<size_t>(argc)).subspan(1); };
+    if (std::ranges::any_of(arguments(), isQuestion)) {
+        const QCoreApplication application(argc, argv);
+        invocation(arguments());
+    }
+    const QApplication application(argc, argv); // takes its own arguments away
     QGuiApplication::setDesktopFileName(applicationId());
-    const Invocation asked = invocation(std::span(argv, static_cast<size_t>(argc)).subspan(1));
+    const Invocation asked = invocation(arguments());
     OtherPrograms others;
     if (others.handOver(asked)) {
         return EXIT_SUCCESS;
     }
 
+#ifndef Q_OS_MACOS // which takes the bundle's
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/qt/qml/Stowlark/Window/AppIcon.svg")));
+#endif
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     applyAppearance();
     StowlarkApp program;

@@ -1,5 +1,6 @@
 #include "app/stowlark_app.h"
 
+#include "desktop/activation.h"
 #include "foundation/file_url.h"
 #include "info/info_module.h"
 #include "window/main_window.h"
@@ -59,6 +60,7 @@ void StowlarkApp::take(const Invocation &invocation) {
 }
 
 void StowlarkApp::activate() const {
+    bringToFront();
     window_->setWindowStates(window_->windowStates() & ~Qt::WindowMinimized);
     window_->show();
     window_->raise();

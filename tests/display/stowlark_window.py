@@ -58,14 +58,15 @@ class Node:
 
 
 class StowlarkWindow:
-    def __init__(self, program):
+    def __init__(self, *command, program=None):
+        """Starts the command, unless there is the program already."""
         enable_accessibility()
         xdotool("mousemove", 0, 0)  # away from what reacts to it
         self.events = []  # of type, role, name
         self.listener = Atspi.EventListener.new(self._take)
         self.listener.register("object:state-changed:showing")
         self.listener.register("focus:")
-        self.program = subprocess.Popen([program])
+        self.program = program or subprocess.Popen(command)
 
     def __enter__(self):
         self.application = self.wait("the program", self._on_the_bus)

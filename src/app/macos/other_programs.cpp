@@ -6,18 +6,21 @@
 namespace stowlark {
 
 struct OtherPrograms::Link {
+    explicit Link(MenuCommands &commands)
+        : menus(commands) {}
     SystemMenus menus;
 };
 
 OtherPrograms::OtherPrograms() = default;
 OtherPrograms::~OtherPrograms() = default;
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 bool OtherPrograms::handOver(const Invocation & /*invocation*/) {
     return false; // the system starts no second instance
 }
 
 void OtherPrograms::serve(StowlarkApp &program) {
-    link_ = std::make_unique<Link>(SystemMenus(program.commands()));
+    link_ = std::make_unique<Link>(program.commands());
     provideServices([&program](const QStringList &urls) {
         program.take({Invocation::Kind::extractFiles, urls});
     });
