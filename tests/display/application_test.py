@@ -85,6 +85,32 @@ def comes_to_the_front(window):
         front.wait()
 
 
+def shows_in_the_file_manager(window, folder):
+    """Asks the file manager on the bus; where there is none, the folder that holds it is opened."""
+    opener = HOME / "bin/xdg-open"
+    opener.parent.mkdir()
+    opener.write_text(f"#!/bin/sh\necho \"$1\" >{HOME}/opened\n")
+    opener.chmod(0o755)
+    window.find("push button", "Show in Finder").press()
+    opened = HOME / "opened"
+    window.wait("the folder to be opened", lambda: opened.exists() and opened.read_text() == f"file://{HOME}\n")
+
+    interface = "org.freedesktop.FileManager1"
+    calls = []
+    def answer(_connection, _sender, _path, _interface, _method, arguments, invocation):
+        calls.append(arguments.unpack())
+        invocation.return_value(None)
+    description = Gio.DBusNodeInfo.new_for_xml(
+        f"<node><interface name='{interface}'><method name='ShowItems'>"
+        "<arg type='as' direction='in'/><arg type='s' direction='in'/></method></interface></node>")
+    bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+    bus.register_object("/org/freedesktop/FileManager1", description.interfaces[0], answer, None, None)
+    name = Gio.bus_own_name_on_connection(bus, interface, Gio.BusNameOwnerFlags.NONE, None, None)
+    window.find("push button", "Show in Finder").press()
+    window.wait("the item to be shown", lambda: calls == [([folder.as_uri()], "")])
+    Gio.bus_unown_name(name)
+
+
 def menus(window):
     call("ActivateAction", "(sava{sv})", "compress", [], {})
     xdotool("key", "ctrl+n")  # there is no such command
@@ -117,6 +143,7 @@ def main(program):
     for archive in archives:
         with zipfile.ZipFile(archive, "w") as file:
             file.writestr("inside.txt", archive.name)
+    os.environ["PATH"] = f"{HOME / 'bin'}:{os.environ['PATH']}"
     without_a_bus(program)
     with StowlarkWindow(program) as window:
         hand_over(window, program, archives)
@@ -126,6 +153,7 @@ def main(program):
         expect_archive(window, archives[0])
         xdotool("key", "ctrl+Return")
         window.wait("the outcome", lambda: "Extracted to: zip 0/" in window.spoken())
+        shows_in_the_file_manager(window, HOME / "zip 0")
         menus(window)
     assert (HOME / "zip 0/inside.txt").read_text() == "zip 0.zip"
 

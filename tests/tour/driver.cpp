@@ -25,7 +25,7 @@ QString accessibleName(QQuickItem *item) {
 /// always is.
 int directionIntoSight(QQuickItem *item, int y, int height) {
     for (QQuickItem *parent = item; parent != nullptr; parent = parent->parentItem()) {
-        if (parent->inherits("QQuickFlickable")) {
+        if (parent->inherits("QQuickFlickable") && parent->property("interactive").toBool()) {
             return y < 110 ? 1 : y > height - 40 ? -1 : 0;
         }
     }

@@ -180,6 +180,17 @@ void Tour::showSizesAndColours() {
         driver_.press(QStringLiteral("Extract Archive"));
         waitUntilIdle();
         driver_.screenshot(colours + QStringLiteral("-extract"));
+        showMenusAndSheets();
+    }
+}
+
+void Tour::showMenusAndSheets() {
+    for (const auto &[menu, command] : {std::pair{"Help", "Stowlark Help"}, {"Stowlark", "About Stowlark"}}) {
+        driver_.press(QString::fromLatin1(menu));
+        driver_.screenshot(QStringLiteral("menu-") + QString::fromLatin1(menu));
+        driver_.press(QString::fromLatin1(command));
+        driver_.screenshot(QString::fromLatin1(command).replace(u' ', u'-'));
+        driver_.press(QStringLiteral("Close"));
     }
 }
 

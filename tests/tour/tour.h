@@ -25,6 +25,7 @@ private:
     void showAnError();
     void showManyFiles();
     void showSizesAndColours();
+    void showMenusAndSheets();
     void showUpdates();
 
     void waitUntilIdle();
