@@ -16,6 +16,7 @@ Rectangle {
     required property string browseLabel
     required property color tint
     property alias hovering: drop.containsDrag
+    readonly property alias browseButton: browseButton
 
     signal dropped(var uriList)
     signal browse
@@ -116,6 +117,8 @@ Rectangle {
         }
 
         PillButton {
+            id: browseButton
+
             Layout.alignment: Qt.AlignHCenter
             text: root.browseLabel
             onClicked: root.browse()

@@ -145,14 +145,16 @@ void FileListModel::remove(const QUrl &url) {
 }
 
 void FileListModel::clear() {
-    beginResetModel();
-    urls_.clear();
-    attributes_.clear();
-    known_.clear();
     waiting_.clear();
     nextWaiting_ = 0;
     ++clearings_;
-    endResetModel();
+    if (!urls_.empty()) {
+        beginRemoveRows({}, 0, count() - 1);
+        urls_.clear();
+        attributes_.clear();
+        known_.clear();
+        endRemoveRows();
+    }
     Q_EMIT changed();
 }
 

@@ -14,11 +14,12 @@ std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &vi
     engine.addImageProvider(QStringLiteral("symbol"), new SymbolProvider); // which the engine owns
     // Not a QQmlApplicationEngine: that looks for a variant of every file.
     QQmlComponent component(&engine, QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/Window/MainWindow.qml")));
-    std::unique_ptr<QObject> window(
-        component.createWithInitialProperties({{QStringLiteral("view"), QVariant::fromValue(&view)}}));
     if (component.isError()) {
         qWarning() << component.errors();
+        return nullptr;
     }
+    std::unique_ptr<QObject> window(
+        component.createWithInitialProperties({{QStringLiteral("view"), QVariant::fromValue(&view)}}));
     return std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow *>(window.release()));
 }
 

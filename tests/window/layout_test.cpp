@@ -8,6 +8,9 @@
 #include <QTest>
 #include <QTranslator>
 
+#include <algorithm>
+#include <array>
+
 using namespace stowlark;
 
 namespace {
@@ -81,17 +84,24 @@ QString outOfPlace(const QQuickItem *item) {
     return {};
 }
 
-QStringList faults(QQuickWindow *window) {
+QStringList overlaps(const QList<QQuickItem *> &texts) {
     QStringList all;
-    const QList<QQuickItem *> texts = visibleTexts(window->contentItem());
     for (qsizetype i = 0; i < texts.size(); ++i) {
-        all += outOfPlace(texts[i]);
         for (qsizetype j = 0; j < i; ++j) {
             const QRectF both = shownInWindow(texts[i]) & shownInWindow(texts[j]);
             if (both.width() > 1 && both.height() > 1) {
                 all += describe(texts[i]) + QStringLiteral(" is over ") + describe(texts[j]);
             }
         }
+    }
+    return all;
+}
+
+QStringList faults(QQuickWindow *window) {
+    const QList<QQuickItem *> texts = visibleTexts(window->contentItem());
+    QStringList all = overlaps(texts);
+    for (const QQuickItem *text : texts) {
+        all += outOfPlace(text);
     }
     all.removeAll(QString());
     if (texts.size() < 8) {
@@ -101,6 +111,19 @@ QStringList faults(QQuickWindow *window) {
 }
 
 } // namespace
+
+QString focused(QQuickWindow *window) {
+    return window->activeFocusItem() != nullptr ? window->activeFocusItem()->property("text").toString()
+                                                : QString();
+}
+
+/// Presses Tab until the control of this label, whose translation only begins with it, has the focus.
+bool walkTo(QQuickWindow *window, const QString &label) {
+    for (int i = 0; i < 30 && !focused(window).startsWith(label); ++i) {
+        QTest::keyClick(window, Qt::Key_Tab);
+    }
+    return focused(window).startsWith(label);
+}
 
 /// Texts that are long in every way at once, enlarged by half.
 class LayoutTest : public QObject {
@@ -146,6 +169,77 @@ private Q_SLOTS:
         const auto isRight = [&] { return faults(window.get()).isEmpty(); };
         const bool became = QTest::qWaitFor(isRight, 3000);
         QVERIFY2(became, qUtf8Printable(faults(window.get()).join(u'\n')));
+    }
+
+    void rowsLeaveWithoutOverlap() {
+        ContentView view;
+        QList<QUrl> urls;
+        for (char name = 'a'; name <= 't'; ++name) {
+            urls += fileUrl(Path("/nonexistent") / std::string(1, name));
+        }
+        view.dropFiles(uriList(urls));
+        QTRY_COMPARE(view.files()->count(), 20);
+        QQmlEngine engine;
+        const std::unique_ptr<QQuickWindow> window = openMainWindow(engine, view);
+        window->resize(700, 1600);
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        const auto texts = [&] { return visibleTexts(window->contentItem()); };
+        QTRY_VERIFY(texts().size() > 30 && overlaps(texts()).isEmpty());
+        window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QVERIFY(walkTo(window.get(), u"20 items"_qs));
+        QStringList found;
+        int frames = 0;
+        connect(window.get(), &QQuickWindow::frameSwapped, this, [&] {
+            found += overlaps(texts());
+            constexpr std::array keys{Qt::Key_Delete, Qt::Key_Down, Qt::Key_Delete, Qt::Key_Up};
+            if (++frames < 32) {
+                QTest::keyClick(window.get(), frames % 2 == 0 ? Qt::Key_Delete : keys[frames % 4]);
+            } else if (frames == 32) {
+                QVERIFY(walkTo(window.get(), u"Clear All"_qs));
+                QTest::keyClick(window.get(), Qt::Key_Space);
+            }
+        });
+        window->update();
+        const auto isGone = [](const QQuickItem *text) {
+            return !text->property("text").toString().contains(u"nonex");
+        };
+        QTRY_VERIFY(frames > 32 && std::ranges::all_of(texts(), isGone));
+        QVERIFY2(found.isEmpty(), qUtf8Printable(found.join(u'\n')));
+    }
+
+    void focusIsNeverLost() {
+        ContentView view;
+        QQmlEngine engine;
+        const std::unique_ptr<QQuickWindow> window = openMainWindow(engine, view);
+        window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        const auto isAt = [&](const char *label) {
+            return focused(window.get()).startsWith(QString::fromUtf8(label));
+        };
+        view.dropFiles(uriList({fileUrl("/nonexistent/a"), fileUrl("/nonexistent/b")}));
+        QTRY_COMPARE(view.files()->count(), 2);
+        QVERIFY(walkTo(window.get(), u"2 items"_qs));
+        QTest::keyClick(window.get(), Qt::Key_End);
+        QTest::keyClick(window.get(), Qt::Key_Backspace);
+        QCOMPARE(view.files()->countText(), u"1 item"_qs);
+        QTest::keyClick(window.get(), Qt::Key_Delete);
+        QTRY_VERIFY(isAt("Browse Files"));
+        view.dropFiles(uriList({fileUrl("/nonexistent/a")}));
+        QTRY_COMPARE(view.files()->count(), 1);
+        QVERIFY(walkTo(window.get(), u"Clear All"_qs));
+        QTest::keyClick(window.get(), Qt::Key_Space);
+        QTRY_VERIFY(isAt("Browse Files"));
+        QVERIFY(walkTo(window.get(), u"Change"_qs));
+        QTest::keyClick(window.get(), Qt::Key_2, Qt::ControlModifier);
+        QTRY_VERIFY(isAt("Browse Archive"));
+        view.setArchiveFile(fileUrl("/nonexistent/a.zip"));
+        QTest::keyClick(window.get(), Qt::Key_Tab);
+        QTest::keyClick(window.get(), Qt::Key_Space);
+        QVERIFY(view.extractDisabled());
+        QTRY_VERIFY(isAt("Browse Archive"));
+        QTest::keyClick(window.get(), Qt::Key_1, Qt::ControlModifier);
+        QTRY_VERIFY(isAt("Change")); // as before
     }
 };
 
