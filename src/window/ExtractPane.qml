@@ -8,12 +8,14 @@ Flickable {
     id: root
 
     required property ContentView view
+    property bool isComplete: false
 
     contentWidth: width
     contentHeight: column.implicitHeight + 34
     clip: true
     boundsBehavior: Flickable.StopAtBounds
-    opacity: enabled ? 1 : 0
+    opacity: enabled && isComplete ? 1 : 0 // fades in also as it is made
+    Component.onCompleted: isComplete = true
 
     Behavior on opacity {
         NumberAnimation {

@@ -42,6 +42,7 @@ Rectangle {
     ListView.onRemove: removal.start()
     radius: 10
     color: Theme.rowSurface
+    border.width: current ? 2 : 1
     border.color: current ? Theme.accentStart : Theme.laidOver(Theme.rowSurface, Theme.rowBorder)
 
     Accessible.ignored: !visible || leaving // else kept for another

@@ -72,6 +72,7 @@ Sheet {
 
             Layout.fillWidth: true
             Layout.fillHeight: true
+            palette.mid: Theme.faded(Theme.primary, 0.5) // of its bars
             ScrollBar.horizontal.policy: ScrollBar.AlwaysOff
             ScrollBar.vertical.policy: contentHeight > height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
 
