@@ -2,9 +2,13 @@
 
 #include "foundation/file_url.h"
 #include "foundation/site.h"
+#include "foundation/worker.h"
 #include "window/file_display.h"
 #include "window/long_text.h"
 #include "window/uri_list.h"
+
+#include <QGuiApplication>
+#include <QPointer>
 
 #include <algorithm>
 #include <utility>
@@ -59,6 +63,13 @@ ContentView::ContentView(Desktop desktop, Tools tools, AppState &appState, Updat
     connect(this, &ContentView::archiveNameChanged, this, &ContentView::createDisabledChanged);
     connect(&mgr_, &ArchiveManager::lastOutputURLChanged, this, &ContentView::hasOutputChanged);
     connect(&mgr_, &ArchiveManager::statusMessageChanged, this, &ContentView::takeStatus);
+    connect(this, &ContentView::formatChanged, this, &ContentView::toolWarningChanged);
+    connect(&mgr_, &ArchiveManager::isCreatingChanged, this, &ContentView::toolWarningChanged);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive) {
+            Q_EMIT toolWarningChanged();
+        }
+    });
     connect(&updater_, &UpdateChecker::availableChanged, this, &ContentView::takeRelease);
     connect(&appState_, &AppState::incomingFileChanged, this, &ContentView::takeIncomingFile);
     takeIncomingFile();
@@ -182,7 +193,10 @@ void ContentView::takeStatus() {
 
 void ContentView::setArchiveFile(const QUrl &url) {
     archiveFile_ = url;
+    archiveFileSize_.clear();
     Q_EMIT archiveFileChanged();
+    Q_EMIT archiveFileSizeChanged();
+    QCoro::connect(readArchiveFileSize(), this, [] {});
     setExtractDir(fileUrl(parentFolder(path(url))));
     mgr_.clearStatus();
 }
@@ -294,8 +308,16 @@ QString ContentView::archiveFileFolder() const {
     return displayText(parentFolder(path(archiveFile_)).native());
 }
 
-QString ContentView::archiveFileSize() const {
-    return fileSize(fileAttributes(path(archiveFile_))).value_or(QString());
+/// On a worker: a server may take its time.
+QCoro::Task<> ContentView::readArchiveFileSize() {
+    const QPointer<ContentView> alive(this);
+    const QUrl file = archiveFile_;
+    const auto read = [file] { return fileSize(fileAttributes(path(file))); };
+    const std::optional<QString> size = co_await onWorker(read);
+    if (alive && file == archiveFile_) {
+        archiveFileSize_ = size.value_or(QString());
+        Q_EMIT archiveFileSizeChanged();
+    }
 }
 
 QString ContentView::archiveFileIcon() const {

@@ -114,7 +114,11 @@ private Q_SLOTS:
         const QUrl b = fileUrl(folder.path() / "gone");
         Choices choices{.files = {a, b, b}};
         ContentView view(choices.desktop());
-        drop(view, {a, QUrl(u"http://host/x"_qs), QUrl(u"text"_qs), QUrl(a.toString() + u'/'), a});
+        const QUrl elsewhere(u"file://elsewhere.example/x"_qs);
+        QUrl here = a;
+        here.setHost(QSysInfo::machineHostName().toUpper());
+        drop(view,
+             {a, here, elsewhere, QUrl(u"http://host/x"_qs), QUrl(u"text"_qs), QUrl(a.toString() + u'/'), a});
         QCOMPARE(view.files()->urls(), std::vector{a});
         QCOMPARE(view.files()->countText() + view.files()->totalSize(), u"1 item2 KB"_qs);
         view.browseFiles();
