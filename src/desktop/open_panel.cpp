@@ -49,9 +49,10 @@ public:
 };
 
 /// Shows the dialog over the window until the user has decided.
-QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog) {
+QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog, QUrl begin) {
     const QPointer<QFileDialog> alive(dialog);
-    dialog->setDirectory(QDir::homePath());
+    const QString folder = begin.toLocalFile();
+    dialog->setDirectory(QFileInfo(folder).isDir() ? folder : QDir::homePath());
     showOverWindow(*dialog);
     const int result = co_await qCoro(dialog, &QDialog::finished);
     QList<QUrl> chosen;
@@ -64,34 +65,34 @@ QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog) {
     co_return chosen;
 }
 
-QCoro::Task<std::optional<QUrl>> oneDecision(QFileDialog *dialog) {
-    const QList<QUrl> chosen = co_await decision(dialog);
+QCoro::Task<std::optional<QUrl>> oneDecision(QFileDialog *dialog, QUrl begin) {
+    const QList<QUrl> chosen = co_await decision(dialog, begin);
     co_return chosen.isEmpty() ? std::nullopt : std::optional(chosen.first());
 }
 
 } // namespace
 
-QCoro::Task<QList<QUrl>> chooseFilesAndFolders() {
+QCoro::Task<QList<QUrl>> chooseFilesAndFolders(QUrl begin) {
     auto *dialog = new FilesAndFoldersDialog;
     dialog->setWindowTitle(QFileDialog::tr("Add Files and Folders"));
-    return decision(dialog);
+    return decision(dialog, begin);
 }
 
-QCoro::Task<std::optional<QUrl>> chooseArchive() {
+QCoro::Task<std::optional<QUrl>> chooseArchive(QUrl begin) {
     auto *dialog = new QFileDialog;
     dialog->setWindowTitle(QFileDialog::tr("Choose an Archive"));
     dialog->setFileMode(QFileDialog::ExistingFile);
     dialog->setNameFilters({QFileDialog::tr("Archives (*.zip *.tar.gz *.tgz *.gz *.tar *.7z *.rar *.dmg)"),
                             QFileDialog::tr("All files (*)")});
-    return oneDecision(dialog);
+    return oneDecision(dialog, begin);
 }
 
-QCoro::Task<std::optional<QUrl>> chooseFolder() {
+QCoro::Task<std::optional<QUrl>> chooseFolder(QUrl begin) {
     auto *dialog = new QFileDialog;
     dialog->setWindowTitle(QFileDialog::tr("Choose a Folder"));
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
-    return oneDecision(dialog);
+    return oneDecision(dialog, begin);
 }
 
 } // namespace stowlark

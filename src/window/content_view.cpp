@@ -212,22 +212,26 @@ void ContentView::dropArchives(const QByteArray &uriList) {
 }
 
 template <typename Chosen, typename Take>
-void ContentView::choose(const std::function<QCoro::Task<Chosen>()> &panel, Take take) {
+void ContentView::choose(const std::function<QCoro::Task<Chosen>(QUrl)> &panel, const QUrl &begin,
+                         Take take) {
     if (std::exchange(isChoosing_, true)) {
         return;
     }
-    QCoro::connect(panel(), this, [this, take](const Chosen &chosen) {
+    QCoro::connect(panel(begin), this, [this, take](const Chosen &chosen) {
         isChoosing_ = false;
         take(chosen);
     });
 }
 
 void ContentView::browseFiles() {
-    choose(desktop_.chooseFilesAndFolders, [this](const QList<QUrl> &urls) { dropFiles(uriList(urls)); });
+    const QUrl begin = files_.count() > 0 ? fileUrl(parentFolder(path(files_.urls().back()))) : outputDir_;
+    choose(desktop_.chooseFilesAndFolders, begin,
+           [this](const QList<QUrl> &urls) { dropFiles(uriList(urls)); });
 }
 
 void ContentView::browseArchive() {
-    choose(desktop_.chooseArchive, [this](const std::optional<QUrl> &url) {
+    const QUrl begin = hasArchive() ? fileUrl(parentFolder(path(archiveFile_))) : extractDir_;
+    choose(desktop_.chooseArchive, begin, [this](const std::optional<QUrl> &url) {
         if (url) {
             setArchiveFile(*url);
         }
@@ -235,7 +239,7 @@ void ContentView::browseArchive() {
 }
 
 void ContentView::chooseSaveDir() {
-    choose(desktop_.chooseFolder, [this](const std::optional<QUrl> &url) {
+    choose(desktop_.chooseFolder, outputDir_, [this](const std::optional<QUrl> &url) {
         if (url) {
             setOutputDir(*url);
         }
@@ -243,7 +247,7 @@ void ContentView::chooseSaveDir() {
 }
 
 void ContentView::chooseExtractDir() {
-    choose(desktop_.chooseFolder, [this](const std::optional<QUrl> &url) {
+    choose(desktop_.chooseFolder, extractDir_, [this](const std::optional<QUrl> &url) {
         if (url) {
             setExtractDir(*url);
         }
@@ -266,7 +270,9 @@ void ContentView::clearFiles() {
 
 void ContentView::removeArchive() {
     archiveFile_.clear();
+    archiveFileSize_.clear();
     Q_EMIT archiveFileChanged();
+    Q_EMIT archiveFileSizeChanged();
     mgr_.clearStatus();
 }
 

@@ -155,9 +155,9 @@ private:
     void takeIncomingFile();
     void takeRelease();
     void takeStatus();
-    /// Opens a file dialog, unless one is open.
+    /// Opens a file dialog in the folder, unless one is open.
     template <typename Chosen, typename Take>
-    void choose(const std::function<QCoro::Task<Chosen>()> &panel, Take take);
+    void choose(const std::function<QCoro::Task<Chosen>(QUrl)> &panel, const QUrl &begin, Take take);
     int modeIndex() const { return static_cast<int>(mode_); }
     void setModeIndex(int index);
     int formatIndex() const { return static_cast<int>(format_); }
