@@ -187,6 +187,7 @@ ListView {
     delegate: FileRow {
         x: 16
         width: root.width - 72
+        spacing: root.spacing
         current: index === root.currentRow && root.rowsFocused
         onCurrentChanged: if (current) ScreenReader.follow(this)
         onRemove: root.change(() => root.view.removeFile(url))

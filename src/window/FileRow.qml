@@ -12,6 +12,7 @@ Rectangle {
     required property string size
     required property bool isFolder
     required property string icon
+    required property real spacing
     property bool current: false
     /// Removed, but still to be seen: it fades and shrinks until the next row stands in its place.
     property bool leaving: false
@@ -78,7 +79,7 @@ Rectangle {
             NumberAnimation {
                 target: root
                 property: "height"
-                to: -root.ListView.view.spacing
+                to: -root.spacing
                 duration: 180
                 easing.type: Easing.InOutQuad
             }

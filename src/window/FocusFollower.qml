@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 
 /// Scrolls a pane so that the control which gets the focus is in sight, and finds another one when the focus is
 /// lost: as its control vanishes, or the pane is changed.
@@ -63,8 +64,22 @@ Item {
         }
     }
 
-    onEnabledChanged: Qt.callLater(enter) // with its pane
-    Component.onCompleted: Qt.callLater(enter)
+    onEnabledChanged: entering.start() // with its pane
+    Component.onCompleted: entering.start()
+
+    Timer {
+        id: entering
+
+        interval: 0
+        onTriggered: root.enter()
+    }
+
+    Timer {
+        id: recovering
+
+        interval: 0
+        onTriggered: root.recover()
+    }
 
     Connections {
         target: root.Window.window
@@ -72,12 +87,12 @@ Item {
         function onActiveFocusItemChanged() {
             const item = root.Window.window.activeFocusItem;
             if (item === null || !item.activeFocusOnTab) {
-                Qt.callLater(root.recover);
+                recovering.start();
                 return;
             }
             root.last = item;
             root.hadLast = true;
-            root.lastWasVisual = item.visualFocus !== false;
+            root.lastWasVisual = (item as T.Control)?.visualFocus ?? true;
             if (root.pane.visible && root.holds(item)) {
                 root.lastHere = item;
                 root.show(item);
