@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QRegularExpression>
 
+#include <utility>
+
 namespace stowlark {
 namespace {
 
@@ -66,7 +68,7 @@ QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog, QUrl begin) {
 }
 
 QCoro::Task<std::optional<QUrl>> oneDecision(QFileDialog *dialog, QUrl begin) {
-    const QList<QUrl> chosen = co_await decision(dialog, begin);
+    const QList<QUrl> chosen = co_await decision(dialog, std::move(begin));
     co_return chosen.isEmpty() ? std::nullopt : std::optional(chosen.first());
 }
 
@@ -75,7 +77,7 @@ QCoro::Task<std::optional<QUrl>> oneDecision(QFileDialog *dialog, QUrl begin) {
 QCoro::Task<QList<QUrl>> chooseFilesAndFolders(QUrl begin) {
     auto *dialog = new FilesAndFoldersDialog;
     dialog->setWindowTitle(QFileDialog::tr("Add Files and Folders"));
-    return decision(dialog, begin);
+    return decision(dialog, std::move(begin));
 }
 
 QCoro::Task<std::optional<QUrl>> chooseArchive(QUrl begin) {
@@ -84,7 +86,7 @@ QCoro::Task<std::optional<QUrl>> chooseArchive(QUrl begin) {
     dialog->setFileMode(QFileDialog::ExistingFile);
     dialog->setNameFilters({QFileDialog::tr("Archives (*.zip *.tar.gz *.tgz *.gz *.tar *.7z *.rar *.dmg)"),
                             QFileDialog::tr("All files (*)")});
-    return oneDecision(dialog, begin);
+    return oneDecision(dialog, std::move(begin));
 }
 
 QCoro::Task<std::optional<QUrl>> chooseFolder(QUrl begin) {
@@ -92,7 +94,7 @@ QCoro::Task<std::optional<QUrl>> chooseFolder(QUrl begin) {
     dialog->setWindowTitle(QFileDialog::tr("Choose a Folder"));
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
-    return oneDecision(dialog, begin);
+    return oneDecision(dialog, std::move(begin));
 }
 
 } // namespace stowlark

@@ -17,7 +17,7 @@ Card {
     Layout.preferredHeight: implicitHeight * presence
     Layout.bottomMargin: -14 * (1 - presence) // the space that follows
     visible: presence > 0 || view.hasArchive
-    enabled: visible
+    enabled: view.hasArchive // the focus goes at once
     clip: presence < 1
     opacity: presence
 

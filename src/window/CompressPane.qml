@@ -125,7 +125,7 @@ ListView {
             Layout.bottomMargin: 5 * root.presence
             Layout.preferredHeight: implicitHeight * root.presence
             visible: root.presence > 0 || root.view.files.count > 0
-            enabled: visible
+            enabled: root.view.files.count > 0 // the focus goes at once
             clip: root.presence < 1
             opacity: root.presence
 

@@ -53,8 +53,8 @@ Item {
     }
 
     function recover() {
-        if (root.last?.visible) {
-            return; // only disabled: it will have the focus again
+        if (root.last?.visible && root.last.parent.enabled) {
+            return; // a button that is busy will have the focus again
         }
         if (root.last !== null && isLost() && holds(root.last)) {
             const near = root.last.nextItemInFocusChain(false);
