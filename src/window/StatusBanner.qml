@@ -57,8 +57,9 @@ Rectangle {
             enabled: visible
             clip: true
             activeFocusOnTab: true
-            keyNavigationEnabled: false // there is no current line
-            currentIndex: -1
+            keyNavigationEnabled: false
+            highlightFollowsCurrentItem: false
+            onCurrentIndexChanged: currentIndex = -1 // a list gives its current item the focus
             boundsBehavior: Flickable.StopAtBounds
             model: root.view.statusLines
             onHeightChanged: lines.positionViewAtEnd()

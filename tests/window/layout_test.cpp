@@ -1,4 +1,5 @@
 #include "foundation/file_url.h"
+#include "support/test_folder.h"
 #include "window/main_window.h"
 #include "window/uri_list.h"
 
@@ -215,6 +216,37 @@ private Q_SLOTS:
         };
         QTRY_VERIFY(frames > 32 && std::ranges::all_of(texts(), isGone));
         QVERIFY2(found.isEmpty(), qUtf8Printable(found.join(u'\n')));
+    }
+
+    void longMessagesScrollWithTheKeyboard() {
+        const TestFolder folder;
+        const Path zip = folder.write("zip", "#!/bin/sh\nseq 500\nexit 1\n");
+        std::filesystem::permissions(zip, std::filesystem::perms::owner_all);
+        ContentView view(systemDesktop(), {.zip = zip});
+        view.setOutputDir(fileUrl(folder.path()));
+        view.dropFiles(uriList({fileUrl(zip)}));
+        QTRY_VERIFY(!view.createDisabled());
+        QQmlEngine engine;
+        const std::unique_ptr<QQuickWindow> window = openMainWindow(engine, view);
+        window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        view.create();
+        QTRY_VERIFY(!view.mgr()->isCreating() && !view.statusLines().isEmpty());
+        QVERIFY(walkTo(window.get(), u"Create"_qs));
+        QTest::keyClick(window.get(), Qt::Key_Tab);
+        const QQuickItem *lines = window->activeFocusItem();
+        const auto isAt = [&](const char *end) { return lines->property(end).toBool(); };
+        QTRY_VERIFY(isAt("atYEnd"));
+        for (const Qt::Key key : {Qt::Key_Up, Qt::Key_PageUp}) {
+            QTest::keyClick(window.get(), key);
+            QVERIFY(!isAt("atYEnd"));
+            QTest::keyClick(window.get(), Qt::Key_End);
+            QVERIFY(isAt("atYEnd"));
+        }
+        QTest::keyClick(window.get(), Qt::Key_Home);
+        QVERIFY(isAt("atYBeginning"));
+        view.setMode(AppMode::extract); // it vanishes with the message
+        QTRY_VERIFY(focused(window.get()).startsWith(u"Browse Archive"));
     }
 
     void focusIsNeverLost() {
