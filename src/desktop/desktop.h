@@ -13,12 +13,12 @@
 
 namespace stowlark {
 
-/// What the window asks of the desktop. Choosers end with nothing when the user cancels. Their URLs are
-/// file URLs.
+/// What the window asks of the desktop. Choosers begin in a folder, and end with nothing when the user
+/// cancels. Their URLs are file URLs.
 struct Desktop {
-    std::function<QCoro::Task<QList<QUrl>>()> chooseFilesAndFolders;
-    std::function<QCoro::Task<std::optional<QUrl>>()> chooseArchive;
-    std::function<QCoro::Task<std::optional<QUrl>>()> chooseFolder;
+    std::function<QCoro::Task<QList<QUrl>>(QUrl begin)> chooseFilesAndFolders;
+    std::function<QCoro::Task<std::optional<QUrl>>(QUrl begin)> chooseArchive;
+    std::function<QCoro::Task<std::optional<QUrl>>(QUrl begin)> chooseFolder;
     /// Shows the item, selected, in the file manager.
     std::function<void(const QUrl &)> reveal;
     /// Opens a page in the browser.

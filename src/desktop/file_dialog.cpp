@@ -5,13 +5,15 @@
 #include <QCoro/QCoroSignal>
 
 #include <QDir>
+#include <QFileInfo>
 #include <QPointer>
 
 namespace stowlark {
 
-QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog) {
+QCoro::Task<QList<QUrl>> decision(QFileDialog *dialog, QUrl begin) {
     const QPointer<QFileDialog> alive(dialog);
-    dialog->setDirectory(QDir::homePath());
+    const QString folder = begin.toLocalFile();
+    dialog->setDirectory(QFileInfo(folder).isDir() ? folder : QDir::homePath());
     showOverWindow(*dialog);
     const int result = co_await qCoro(dialog, &QDialog::finished);
     QList<QUrl> chosen;

@@ -6,6 +6,8 @@
 #include <unistd.h>
 #endif
 
+#include <QSysInfo>
+
 namespace stowlark {
 
 Path path(const QUrl &fileUrl) {
@@ -22,7 +24,10 @@ QUrl fileUrl(const Path &path) {
 }
 
 bool isFileUrl(const QUrl &url) {
-    if (!url.isLocalFile() || !(url.host().isEmpty() || url.host() == u"localhost")) {
+    const QString host = url.host();
+    const bool isHere = host.isEmpty() || host == u"localhost" ||
+                        host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) == 0;
+    if (!url.isLocalFile() || !isHere) {
         return false;
     }
     const Path location = path(url);

@@ -16,6 +16,7 @@ Button {
 
     implicitHeight: Math.max(52, implicitContentHeight + 20)
     enabled: !disabled && !busy
+    opacity: down ? 0.85 : 1
     font.pointSize: Theme.points(15)
     font.weight: Font.DemiBold
     Accessible.description: enabled ? "" : qsTr("Not available now") // it has no state for that

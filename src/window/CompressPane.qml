@@ -12,13 +12,34 @@ ListView {
     required property ContentView view
     /// The keyboard is with the rows: arrows go through them, Delete removes the current one.
     property bool rowsFocused: false
+    property Item browse
     property int currentRow: 0
     /// Where the list begins in the header.
     property real listY: 0
+    /// How much there is of the frame around the rows, from 0 to 1.
+    property real presence: view.files.count > 0 ? 1 : 0
+    /// The rows that are removed but still to be seen.
+    property var leaving: []
 
     function goTo(row: int) {
         currentRow = Math.max(0, Math.min(row, count - 1));
         positionViewAtIndex(currentRow, ListView.Contain);
+    }
+
+    /// Has rows leave from where they belong at this moment.
+    function change(removal: var) {
+        forceLayout();
+        removal();
+        forceLayout();
+    }
+
+    /// The list itself moves up only those rows that stay.
+    function closeUp(row: Item, by: real) {
+        for (const other of leaving) {
+            if (other.y > row.y) {
+                other.y -= by;
+            }
+        }
     }
 
     model: view.files
@@ -29,44 +50,57 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     currentIndex: -1 // a list gives its current item the focus
     reuseItems: true
+    onCountChanged: currentRow = Math.max(0, Math.min(currentRow, count - 1))
+    opacity: enabled ? 1 : 0
 
-    FocusFollower {
-        pane: root
-    }
-
-    Connections {
-        target: root.view
-
-        function onStatusChanged() {
-            if (root.view.mgr.statusMessage !== "") {
-                toEnd.restart();
-            }
+    Behavior on opacity {
+        NumberAnimation {
+            duration: 180
+            easing.type: Easing.InOutQuad
         }
     }
 
-    Timer {
-        id: toEnd
+    Behavior on presence {
+        NumberAnimation {
+            duration: 180
+            easing.type: Easing.InOutQuad
+        }
+    }
 
-        interval: 20 // by then the outcome is laid out
-        onTriggered: root.positionViewAtEnd()
+    FocusFollower {
+        pane: root
+        home: root.browse
+    }
+
+    OutcomeFollower {
+        view: root.view
+        onLaidOut: root.positionViewAtEnd()
     }
 
     Card { // around the list; no taller than the eye can see, as 100,000 rows are too tall to be drawn
         readonly property real begin: root.headerItem.y + root.listY
-        readonly property real end: root.footerItem.y + 16
+        readonly property real end: root.footerItem.y + 16 * root.presence
 
         parent: root.contentItem
         z: -1
-        visible: root.count > 0
+        visible: opacity > 0
+        opacity: root.presence
         width: root.width - 40
         y: Math.max(begin, root.contentY - 50)
         height: Math.min(end, root.contentY + root.height + 50) - y
     }
 
     header: ColumnLayout {
+        property real heightBefore: 0
+
         width: root.width - 40
         spacing: 14
-        onHeightChanged: Qt.callLater(root.positionViewAtBeginning)
+        onHeightChanged: { // the rows stay where they are: it grows at its upper end
+            if (root.contentY <= 1 - heightBefore) {
+                Qt.callLater(root.positionViewAtBeginning);
+            }
+            heightBefore = height;
+        }
 
         DropZone {
             Layout.fillWidth: true
@@ -80,31 +114,42 @@ ListView {
             onHoveringChanged: root.view.isDragOver = hovering
             onDropped: uriList => root.view.dropFiles(uriList)
             onBrowse: root.view.browseFiles()
+            Component.onCompleted: root.browse = browseButton
         }
 
         RowLayout {
-            onYChanged: root.listY = y - 16
-            Layout.topMargin: 16
+            onYChanged: root.listY = y - 16 * root.presence
+            Layout.topMargin: 16 * root.presence
             Layout.leftMargin: 16
             Layout.rightMargin: 16
-            Layout.bottomMargin: 5
-            visible: root.view.files.count > 0
-            enabled: visible
+            Layout.bottomMargin: 5 * root.presence
+            Layout.preferredHeight: implicitHeight * root.presence
+            visible: root.presence > 0 || root.view.files.count > 0
+            enabled: root.view.files.count > 0 // the focus goes at once
+            clip: root.presence < 1
+            opacity: root.presence
 
             SectionHeader {
                 Layout.alignment: Qt.AlignBaseline
                 symbol: "doc.on.doc"
                 text: root.view.files.countText
                 activeFocusOnTab: true
-                onActiveFocusChanged: root.rowsFocused = activeFocus
+                onActiveFocusChanged: {
+                    root.rowsFocused = activeFocus;
+                    if (activeFocus) {
+                        Qt.callLater(root.goTo, root.currentRow); // after what shows the header
+                    }
+                }
                 Accessible.role: Accessible.List
                 Keys.onUpPressed: root.goTo(root.currentRow - 1)
                 Keys.onDownPressed: root.goTo(root.currentRow + 1)
-                Keys.onDeletePressed: {
-                    root.view.removeFileAt(root.currentRow);
-                    root.goTo(root.currentRow);
-                }
                 Keys.onPressed: event => {
+                    if (event.key === Qt.Key_Delete || event.key === Qt.Key_Backspace) {
+                        root.change(() => root.view.removeFileAt(root.currentRow));
+                        root.goTo(root.currentRow);
+                        event.accepted = true;
+                        return;
+                    }
                     const rows = {
                         [Qt.Key_Home]: 0,
                         [Qt.Key_End]: root.count - 1,
@@ -130,21 +175,27 @@ ListView {
                 Layout.alignment: Qt.AlignBaseline
                 text: qsTr("Clear All")
                 color: Theme.faded(Theme.danger, 0.8)
-                onClicked: root.view.clearFiles()
+                onClicked: root.change(() => root.view.clearFiles())
             }
         }
 
         Item { // the space below, where no list follows
-            visible: root.view.files.count === 0
+            visible: root.presence === 0 && root.view.files.count === 0
         }
     }
 
     delegate: FileRow {
         x: 16
         width: root.width - 72
+        spacing: root.spacing
         current: index === root.currentRow && root.rowsFocused
         onCurrentChanged: if (current) ScreenReader.follow(this)
-        onRemove: root.view.removeFile(url)
+        onRemove: root.change(() => root.view.removeFile(url))
+        onShrunk: by => root.closeUp(this, by)
+        onLeavingChanged: {
+            const others = root.leaving.filter(row => row !== this);
+            root.leaving = leaving ? [...others, this] : others;
+        }
     }
 
     footer: ColumnLayout {
@@ -153,7 +204,7 @@ ListView {
 
         SettingsCard {
             Layout.fillWidth: true
-            Layout.topMargin: root.view.files.count > 0 ? 30 : 0
+            Layout.topMargin: 30 * root.presence
             view: root.view
         }
 
@@ -175,7 +226,6 @@ ListView {
         StatusBanner {
             Layout.fillWidth: true
             view: root.view
-            onHeightChanged: Qt.callLater(root.positionViewAtEnd)
         }
 
         Item {

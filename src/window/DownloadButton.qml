@@ -29,6 +29,8 @@ Button {
         }
 
         Text {
+            Layout.fillWidth: true
+            elide: Text.ElideRight
             text: root.text
             font: root.font
             color: "white"

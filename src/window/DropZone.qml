@@ -16,6 +16,7 @@ Rectangle {
     required property string browseLabel
     required property color tint
     property alias hovering: drop.containsDrag
+    readonly property alias browseButton: browseButton
 
     signal dropped(var uriList)
     signal browse
@@ -23,10 +24,18 @@ Rectangle {
     implicitHeight: column.implicitHeight + 48
     radius: 16
     color: hovering ? Theme.faded(tint, 0.1) : Theme.rowSurface
-    border.width: hovering ? 0 : 1.5
-    border.color: Theme.laidOver(Theme.rowSurface, Theme.white(0.13))
+    border.pixelAligned: false
+    border.width: Math.round(1.5 * Screen.devicePixelRatio) / Screen.devicePixelRatio
+    border.color: hovering ? Theme.white(0) : Theme.laidOver(Theme.rowSurface, Theme.white(0.13))
 
     Behavior on color {
+        ColorAnimation {
+            duration: 150
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    Behavior on border.color {
         ColorAnimation {
             duration: 150
             easing.type: Easing.InOutQuad
@@ -86,14 +95,24 @@ Rectangle {
             }
 
             Symbol {
+                id: image
+
                 anchors.centerIn: parent
                 name: root.hovering ? "arrow.down.circle.fill" : root.symbol
                 size: 28
-                color: root.hovering ? root.tint : Theme.secondary
+                color: name === root.symbol ? Theme.secondary : root.tint
+
+                Behavior on name {
+                    Swap {
+                        item: image
+                    }
+                }
             }
         }
 
         Label {
+            id: heading
+
             Layout.alignment: Qt.AlignHCenter
             Layout.maximumWidth: root.width - 40
             text: root.hovering ? root.hoverTitle : root.title
@@ -102,6 +121,12 @@ Rectangle {
             horizontalAlignment: Text.AlignHCenter
             font.pointSize: Theme.points(15)
             font.weight: Font.DemiBold
+
+            Behavior on text {
+                Swap {
+                    item: heading
+                }
+            }
         }
 
         Label {
@@ -116,6 +141,8 @@ Rectangle {
         }
 
         PillButton {
+            id: browseButton
+
             Layout.alignment: Qt.AlignHCenter
             text: root.browseLabel
             onClicked: root.browse()

@@ -8,21 +8,30 @@ Flickable {
     id: root
 
     required property ContentView view
+    property bool isComplete: false
 
     contentWidth: width
     contentHeight: column.implicitHeight + 34
     clip: true
     boundsBehavior: Flickable.StopAtBounds
+    opacity: enabled && isComplete ? 1 : 0 // fades in also as it is made
+    Component.onCompleted: isComplete = true
 
-    /// The status line stands at the end.
-    onContentHeightChanged: {
-        if (view.mgr.statusMessage !== "") {
-            contentY = Math.max(0, contentHeight - height);
+    Behavior on opacity {
+        NumberAnimation {
+            duration: 180
+            easing.type: Easing.InOutQuad
         }
     }
 
     FocusFollower {
         pane: root
+        home: zone.browseButton
+    }
+
+    OutcomeFollower {
+        view: root.view
+        onLaidOut: root.contentY = Math.max(0, root.contentHeight - root.height)
     }
 
     ColumnLayout {
@@ -34,6 +43,8 @@ Flickable {
         spacing: 14
 
         DropZone {
+            id: zone
+
             Layout.fillWidth: true
             symbol: "doc.badge.arrow.up"
             title: qsTr("Drop an archive here")
@@ -48,66 +59,9 @@ Flickable {
             onBrowse: root.view.browseArchive()
         }
 
-        Card {
+        ArchiveCard {
             Layout.fillWidth: true
-            visible: root.view.hasArchive
-            enabled: visible
-
-            RowLayout {
-                spacing: 10
-
-                AccentFill {
-                    implicitWidth: 44
-                    implicitHeight: 44
-                    radius: 10
-                    from: Theme.accentStart
-                    to: Theme.accentEnd
-
-                    Symbol {
-                        anchors.centerIn: parent
-                        name: root.view.archiveIcon
-                        size: 20
-                        color: "white"
-                    }
-                }
-
-                ColumnLayout {
-                    Layout.fillWidth: true
-
-                    Label {
-                        Layout.fillWidth: true
-                        text: root.view.archiveFileName
-                        textFormat: Text.PlainText
-                        color: Theme.primary
-                        elide: Text.ElideMiddle
-                        maximumLineCount: 1
-                        font.pointSize: Theme.points(14)
-                        font.weight: Font.DemiBold
-                    }
-
-                    Label {
-                        Layout.fillWidth: true
-                        text: root.view.archiveFileFolder
-                        textFormat: Text.PlainText
-                        color: Theme.secondary
-                        elide: Text.ElideMiddle
-                        maximumLineCount: 1
-                        font.pointSize: Theme.points(11)
-                    }
-                }
-
-                Label {
-                    text: root.view.archiveFileSize
-                    color: Theme.secondary
-                    font.pointSize: Theme.points(11)
-                    font.weight: Font.Medium
-                }
-
-                RemoveButton {
-                    Accessible.name: qsTr("Remove %1").arg(root.view.archiveFileName)
-                    onClicked: root.view.removeArchive()
-                }
-            }
+            view: root.view
         }
 
         Card {

@@ -12,12 +12,29 @@ Rectangle {
     required property string size
     required property bool isFolder
     required property string icon
+    required property real spacing
     property bool current: false
+    /// Removed, but still to be seen: it fades and shrinks until the next row stands in its place.
+    property bool leaving: false
+    property real heightBefore: 0
 
     signal remove
+    /// While it leaves: by this much, what is below has to move up.
+    signal shrunk(real by)
 
     implicitHeight: row.implicitHeight + 16
-    ListView.onPooled: visible = false
+    clip: leaving
+    onHeightChanged: {
+        if (leaving) {
+            shrunk(heightBefore - height);
+        }
+        heightBefore = height;
+    }
+    ListView.onPooled: {
+        removal.stop();
+        leaving = false;
+        visible = false;
+    }
     ListView.onReused: {
         visible = true;
         opacity = 1;
@@ -26,9 +43,10 @@ Rectangle {
     ListView.onRemove: removal.start()
     radius: 10
     color: Theme.rowSurface
+    border.width: current ? 2 : 1
     border.color: current ? Theme.accentStart : Theme.laidOver(Theme.rowSurface, Theme.rowBorder)
 
-    Accessible.ignored: !visible // kept for another
+    Accessible.ignored: !visible || leaving // else kept for another
     Accessible.role: Accessible.ListItem
     Accessible.name: name
     Accessible.description: size === "" ? folder : folder + ", " + size
@@ -43,21 +61,34 @@ Rectangle {
             value: true
         }
 
+        PropertyAction {
+            target: root
+            property: "leaving"
+            value: true
+        }
+
         ParallelAnimation {
             NumberAnimation {
                 target: root
                 property: "opacity"
                 to: 0
-                duration: 150
+                duration: 180
+                easing.type: Easing.InOutQuad
             }
 
             NumberAnimation {
                 target: root
                 property: "height"
-                to: 0
-                duration: 150
+                to: -root.spacing
+                duration: 180
                 easing.type: Easing.InOutQuad
             }
+        }
+
+        PropertyAction {
+            target: root
+            property: "leaving"
+            value: false
         }
 
         PropertyAction {
@@ -127,7 +158,7 @@ Rectangle {
         RemoveButton {
             focusPolicy: Qt.NoFocus
             Accessible.name: qsTr("Remove %1").arg(root.name)
-            Accessible.ignored: !root.visible
+            Accessible.ignored: root.Accessible.ignored
             onClicked: root.remove()
         }
     }

@@ -78,6 +78,7 @@ Rectangle {
                         visible: tab.visualFocus
                         radius: 8
                         color: "transparent"
+                        border.width: 2
                         border.color: Theme.primary
                     }
                 }

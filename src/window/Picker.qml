@@ -8,9 +8,27 @@ import Stowlark.Window
 ComboBox {
     id: root
 
+    property bool opening: false
+
     implicitHeight: Math.max(32, implicitContentHeight + 12)
     font.pointSize: Theme.points(13)
     leftPadding: 0 // the text has its own
+    Keys.onPressed: event => {
+        if (!popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)) {
+            opening = true;
+            event.accepted = true;
+        } else if (!popup.visible && event.key === Qt.Key_Down && event.modifiers & Qt.AltModifier) {
+            popup.open();
+            event.accepted = true;
+        }
+    }
+    Keys.onReleased: event => { // the release of Return closes what is open
+        if (opening && !event.isAutoRepeat) {
+            opening = false;
+            popup.open();
+            event.accepted = true;
+        }
+    }
     Accessible.onPressAction: popup.open()
     Accessible.description: popup.visible ? textAt(highlightedIndex) : displayText
     Component.onCompleted: {
@@ -73,5 +91,11 @@ ComboBox {
         color: Theme.white(root.down ? 0.12 : 0.08)
         border.width: root.visualFocus ? 2 : 1
         border.color: root.visualFocus ? Theme.accentStart : Theme.faded(Theme.primary, 0.13)
+
+        Edge {
+            radius: parent.radius
+            visible: Theme.isLight && pressed
+            pressed: root.down
+        }
     }
 }

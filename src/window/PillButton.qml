@@ -24,11 +24,14 @@ Button {
     background: Rectangle {
         radius: height / 2
         color: Theme.white(root.down ? 0.12 : 0.09)
+        border.width: root.visualFocus ? 2 : 1
         border.color: root.visualFocus ? Theme.accentStart : Theme.laidOver(Theme.white(0.09), Theme.white(0.13))
 
         Edge {
             radius: parent.radius
-            visible: Theme.isLight && !root.visualFocus
+            visible: Theme.isLight
+            border.width: root.visualFocus ? 0 : 1
+            pressed: root.down
         }
 
         Behavior on color {

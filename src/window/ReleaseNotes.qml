@@ -11,7 +11,7 @@ Sheet {
     readonly property UpdateChecker updater: view.updater
 
     title: heading.text
-    width: Math.max(420, footer.implicitWidth + 32) // more where the desktop enlarges texts
+    width: Math.min(parent.width - 20, Math.max(420, footer.implicitWidth + 32)) // more where texts are enlarged
     height: 300
     shown: view.showReleaseNotes
     onDismissed: view.showReleaseNotes = false
@@ -72,6 +72,7 @@ Sheet {
 
             Layout.fillWidth: true
             Layout.fillHeight: true
+            palette.mid: Theme.faded(Theme.primary, 0.5) // of its bars
             ScrollBar.horizontal.policy: ScrollBar.AlwaysOff
             ScrollBar.vertical.policy: contentHeight > height ? ScrollBar.AlwaysOn : ScrollBar.AlwaysOff
 
@@ -110,6 +111,7 @@ Sheet {
                 Layout.fillWidth: true
                 text: qsTr("Current: %1").arg(root.updater.currentVersion)
                 textFormat: Text.PlainText
+                elide: Text.ElideRight
                 color: Theme.secondary
                 font.pointSize: Theme.points(12)
             }
@@ -123,6 +125,8 @@ Sheet {
             }
 
             DownloadButton {
+                Layout.fillWidth: true
+                Layout.maximumWidth: implicitWidth
                 text: qsTr("Download Update")
                 textSize: 13
                 horizontalPadding: 16

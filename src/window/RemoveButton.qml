@@ -17,12 +17,14 @@ AbstractButton {
     background: Rectangle {
         radius: width / 2
         color: Theme.white(0.1)
-        border.width: root.visualFocus ? 1 : 0
+        border.width: root.visualFocus ? 2 : 0
         border.color: Theme.accentStart
 
         Edge {
             radius: parent.radius
-            visible: Theme.isLight && !root.visualFocus
+            visible: Theme.isLight
+            border.width: root.visualFocus ? 0 : 1
+            pressed: root.down
         }
     }
 

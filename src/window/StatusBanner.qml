@@ -16,6 +16,7 @@ Rectangle {
     readonly property color tint: mgr.statusIsError ? Theme.warning : Theme.success
 
     visible: Accessible.name !== "" // then only is there something to read as it appears
+    enabled: visible
     implicitHeight: row.implicitHeight + 24
     radius: 12
     color: Theme.faded(tint, 0.1)
@@ -53,11 +54,49 @@ Rectangle {
             Layout.fillWidth: true
             implicitHeight: 180
             visible: root.isLong
+            enabled: visible
             clip: true
+            activeFocusOnTab: true
+            keyNavigationEnabled: false
+            highlightFollowsCurrentItem: false
+            onCurrentIndexChanged: currentIndex = -1 // a list gives its current item the focus
             boundsBehavior: Flickable.StopAtBounds
             model: root.view.statusLines
             onHeightChanged: lines.positionViewAtEnd()
             onModelChanged: lines.positionViewAtEnd()
+            Accessible.role: Accessible.List
+            Accessible.name: qsTr("Message")
+            Keys.onUpPressed: lines.scroll(-40)
+            Keys.onDownPressed: lines.scroll(40)
+            Keys.onPressed: event => {
+                event.accepted = true;
+                switch (event.key) {
+                case Qt.Key_PageUp:
+                    return lines.scroll(20 - lines.height);
+                case Qt.Key_PageDown:
+                    return lines.scroll(lines.height - 20);
+                case Qt.Key_Home:
+                    return lines.positionViewAtBeginning();
+                case Qt.Key_End:
+                    return lines.positionViewAtEnd();
+                }
+                event.accepted = false;
+            }
+
+            function scroll(by: real) {
+                contentY += by;
+                returnToBounds();
+            }
+
+            Rectangle {
+                parent: lines // not to move with the lines
+                anchors.fill: parent
+                visible: lines.activeFocus
+                radius: 5
+                color: "transparent"
+                border.width: 2
+                border.color: Theme.accentStart
+            }
 
             delegate: Text {
                 required property string modelData

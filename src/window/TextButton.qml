@@ -10,6 +10,10 @@ AbstractButton {
     font.pointSize: Theme.points(12)
     font.weight: Font.Medium
     padding: 4
+    leftInset: Math.min(0, padding - 4) // for the mark of the focus
+    rightInset: leftInset
+    topInset: leftInset / 2
+    bottomInset: topInset
     opacity: down ? 0.6 : 1
     Keys.onReturnPressed: root.clicked()
     Keys.onEnterPressed: root.clicked()
@@ -24,7 +28,7 @@ AbstractButton {
     background: Rectangle {
         radius: 5
         color: "transparent"
-        border.width: root.visualFocus ? 1 : 0
+        border.width: root.visualFocus ? 2 : 0
         border.color: Theme.accentStart
     }
 }

@@ -48,6 +48,7 @@ Rectangle {
         }
 
         ColumnLayout {
+            Layout.fillWidth: true
             spacing: 1
 
             Label {
@@ -74,19 +75,30 @@ Rectangle {
             }
         }
 
-        PillButton {
-            small: true
-            text: qsTr("What's New")
-            onClicked: root.view.showReleaseNotes = true
-        }
+        GridLayout {
+            columns: root.width < news.implicitWidth + download.implicitWidth + 230 ? 1 : 2
+            columnSpacing: 10
+            rowSpacing: 6
 
-        DownloadButton {
-            text: qsTr("Download")
-            textSize: 12
-            horizontalPadding: 12
-            verticalPadding: 5
-            radius: height / 2
-            onClicked: root.updater.openDownload()
+            PillButton {
+                id: news
+
+                Layout.alignment: Qt.AlignRight
+                small: true
+                text: qsTr("What's New")
+                onClicked: root.view.showReleaseNotes = true
+            }
+
+            DownloadButton {
+                id: download
+
+                text: qsTr("Download")
+                textSize: 12
+                horizontalPadding: 12
+                verticalPadding: 5
+                radius: height / 2
+                onClicked: root.updater.openDownload()
+            }
         }
 
         RemoveButton {

@@ -2,9 +2,13 @@
 
 #include "foundation/file_url.h"
 #include "foundation/site.h"
+#include "foundation/worker.h"
 #include "window/file_display.h"
 #include "window/long_text.h"
 #include "window/uri_list.h"
+
+#include <QGuiApplication>
+#include <QPointer>
 
 #include <algorithm>
 #include <utility>
@@ -59,6 +63,13 @@ ContentView::ContentView(Desktop desktop, Tools tools, AppState &appState, Updat
     connect(this, &ContentView::archiveNameChanged, this, &ContentView::createDisabledChanged);
     connect(&mgr_, &ArchiveManager::lastOutputURLChanged, this, &ContentView::hasOutputChanged);
     connect(&mgr_, &ArchiveManager::statusMessageChanged, this, &ContentView::takeStatus);
+    connect(this, &ContentView::formatChanged, this, &ContentView::toolWarningChanged);
+    connect(&mgr_, &ArchiveManager::isCreatingChanged, this, &ContentView::toolWarningChanged);
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive) {
+            Q_EMIT toolWarningChanged();
+        }
+    });
     connect(&updater_, &UpdateChecker::availableChanged, this, &ContentView::takeRelease);
     connect(&appState_, &AppState::incomingFileChanged, this, &ContentView::takeIncomingFile);
     takeIncomingFile();
@@ -186,7 +197,10 @@ void ContentView::takeStatus() {
 
 void ContentView::setArchiveFile(const QUrl &url) {
     archiveFile_ = url;
+    archiveFileSize_.clear();
     Q_EMIT archiveFileChanged();
+    Q_EMIT archiveFileSizeChanged();
+    QCoro::connect(readArchiveFileSize(), this, [] {});
     setExtractDir(fileUrl(parentFolder(path(url))));
     mgr_.clearStatus();
 }
@@ -202,22 +216,26 @@ void ContentView::dropArchives(const QByteArray &uriList) {
 }
 
 template <typename Chosen, typename Take>
-void ContentView::choose(const std::function<QCoro::Task<Chosen>()> &panel, Take take) {
+void ContentView::choose(const std::function<QCoro::Task<Chosen>(QUrl)> &panel, const QUrl &begin,
+                         Take take) {
     if (std::exchange(isChoosing_, true)) {
         return;
     }
-    QCoro::connect(panel(), this, [this, take](const Chosen &chosen) {
+    QCoro::connect(panel(begin), this, [this, take](const Chosen &chosen) {
         isChoosing_ = false;
         take(chosen);
     });
 }
 
 void ContentView::browseFiles() {
-    choose(desktop_.chooseFilesAndFolders, [this](const QList<QUrl> &urls) { dropFiles(uriList(urls)); });
+    const QUrl begin = files_.count() > 0 ? fileUrl(parentFolder(path(files_.urls().back()))) : outputDir_;
+    choose(desktop_.chooseFilesAndFolders, begin,
+           [this](const QList<QUrl> &urls) { dropFiles(uriList(urls)); });
 }
 
 void ContentView::browseArchive() {
-    choose(desktop_.chooseArchive, [this](const std::optional<QUrl> &url) {
+    const QUrl begin = hasArchive() ? fileUrl(parentFolder(path(archiveFile_))) : extractDir_;
+    choose(desktop_.chooseArchive, begin, [this](const std::optional<QUrl> &url) {
         if (url) {
             setArchiveFile(*url);
         }
@@ -225,7 +243,7 @@ void ContentView::browseArchive() {
 }
 
 void ContentView::chooseSaveDir() {
-    choose(desktop_.chooseFolder, [this](const std::optional<QUrl> &url) {
+    choose(desktop_.chooseFolder, outputDir_, [this](const std::optional<QUrl> &url) {
         if (url) {
             setOutputDir(*url);
         }
@@ -233,7 +251,7 @@ void ContentView::chooseSaveDir() {
 }
 
 void ContentView::chooseExtractDir() {
-    choose(desktop_.chooseFolder, [this](const std::optional<QUrl> &url) {
+    choose(desktop_.chooseFolder, extractDir_, [this](const std::optional<QUrl> &url) {
         if (url) {
             setExtractDir(*url);
         }
@@ -256,7 +274,9 @@ void ContentView::clearFiles() {
 
 void ContentView::removeArchive() {
     archiveFile_.clear();
+    archiveFileSize_.clear();
     Q_EMIT archiveFileChanged();
+    Q_EMIT archiveFileSizeChanged();
     mgr_.clearStatus();
 }
 
@@ -298,8 +318,16 @@ QString ContentView::archiveFileFolder() const {
     return displayText(parentFolder(path(archiveFile_)).native());
 }
 
-QString ContentView::archiveFileSize() const {
-    return fileSize(fileAttributes(path(archiveFile_))).value_or(QString());
+/// On a worker: a server may take its time.
+QCoro::Task<> ContentView::readArchiveFileSize() {
+    const QPointer<ContentView> alive(this);
+    const QUrl file = archiveFile_;
+    const auto read = [file] { return fileSize(fileAttributes(path(file))); };
+    const std::optional<QString> size = co_await onWorker(read);
+    if (alive && file == archiveFile_) {
+        archiveFileSize_ = size.value_or(QString());
+        Q_EMIT archiveFileSizeChanged();
+    }
 }
 
 QString ContentView::archiveFileIcon() const {

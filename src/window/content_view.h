@@ -41,13 +41,13 @@ class ContentView : public QObject {
     Q_PROPERTY(bool hasArchive READ hasArchive NOTIFY archiveFileChanged)
     Q_PROPERTY(QString archiveFileName READ archiveFileName NOTIFY archiveFileChanged)
     Q_PROPERTY(QString archiveFileFolder READ archiveFileFolder NOTIFY archiveFileChanged)
-    Q_PROPERTY(QString archiveFileSize READ archiveFileSize NOTIFY archiveFileChanged)
+    Q_PROPERTY(QString archiveFileSize READ archiveFileSize NOTIFY archiveFileSizeChanged)
     Q_PROPERTY(QString archiveIcon READ archiveFileIcon NOTIFY archiveFileChanged)
     Q_PROPERTY(QString extractDir READ extractDirText NOTIFY extractDirChanged)
     Q_PROPERTY(bool isExtractDragOver MEMBER isExtractDragOver_ NOTIFY isExtractDragOverChanged)
 
     Q_PROPERTY(QString extensionLabel READ extensionLabel NOTIFY formatChanged)
-    Q_PROPERTY(QString toolWarning READ toolWarning NOTIFY formatChanged)
+    Q_PROPERTY(QString toolWarning READ toolWarning NOTIFY toolWarningChanged)
     Q_PROPERTY(bool createDisabled READ createDisabled NOTIFY createDisabledChanged)
     Q_PROPERTY(bool extractDisabled READ extractDisabled NOTIFY archiveFileChanged)
     Q_PROPERTY(QString statusText READ statusText NOTIFY statusChanged)
@@ -136,11 +136,15 @@ public:
 Q_SIGNALS:
     void modeChanged();
     void formatChanged();
+    /// It may have changed: another format, the user comes back from installing the tool, or an operation
+    /// ended.
+    void toolWarningChanged();
     void levelChanged();
     void archiveNameChanged();
     void outputDirChanged();
     void isDragOverChanged();
     void archiveFileChanged();
+    void archiveFileSizeChanged();
     void extractDirChanged();
     void isExtractDragOverChanged();
     void releaseChanged();
@@ -153,9 +157,9 @@ private:
     void takeIncomingFile();
     void takeRelease();
     void takeStatus();
-    /// Opens a file dialog, unless one is open.
+    /// Opens a file dialog in the folder, unless one is open.
     template <typename Chosen, typename Take>
-    void choose(const std::function<QCoro::Task<Chosen>()> &panel, Take take);
+    void choose(const std::function<QCoro::Task<Chosen>(QUrl)> &panel, const QUrl &begin, Take take);
     int modeIndex() const { return static_cast<int>(mode_); }
     void setModeIndex(int index);
     int formatIndex() const { return static_cast<int>(format_); }
@@ -167,7 +171,8 @@ private:
     bool hasArchive() const { return !archiveFile_.isEmpty(); }
     QString archiveFileName() const;
     QString archiveFileFolder() const;
-    QString archiveFileSize() const;
+    const QString &archiveFileSize() const { return archiveFileSize_; }
+    QCoro::Task<> readArchiveFileSize();
     QString archiveFileIcon() const;
 
     Desktop desktop_;
@@ -185,6 +190,7 @@ private:
     QUrl outputDir_ = desktopURL();
     bool isDragOver_ = false;
     QUrl archiveFile_;
+    QString archiveFileSize_; ///< empty until it is read
     QUrl extractDir_ = desktopURL();
     bool isExtractDragOver_ = false;
 };

@@ -89,18 +89,16 @@ FileListModel::Portion FileListModel::nextPortion(const QByteArray &uriList, qsi
 
 QCoro::Task<> FileListModel::addWaiting() {
     const QPointer<FileListModel> alive(this);
+    const int clearings = clearings_;
     Q_EMIT changed();
     while (isAdding()) {
-        const int clearings = clearings_;
         const auto next = [list = waiting_, begin = nextWaiting_] { return nextPortion(list, begin); };
         const Portion portion = co_await onWorker(next);
-        if (!alive) {
+        if (!alive || clearings != clearings_) {
             co_return;
         }
-        if (clearings == clearings_) {
-            append(portion.items);
-            nextWaiting_ = portion.end;
-        }
+        append(portion.items);
+        nextWaiting_ = portion.end;
         if (nextWaiting_ == waiting_.size()) {
             waiting_.clear();
             nextWaiting_ = 0;
@@ -145,14 +143,17 @@ void FileListModel::remove(const QUrl &url) {
 }
 
 void FileListModel::clear() {
-    beginResetModel();
-    urls_.clear();
-    attributes_.clear();
-    known_.clear();
     waiting_.clear();
     nextWaiting_ = 0;
     ++clearings_;
-    endResetModel();
+    isReading_ = false; // what still reads, perhaps from a server that never answers, is not waited for
+    if (!urls_.empty()) {
+        beginRemoveRows({}, 0, count() - 1);
+        urls_.clear();
+        attributes_.clear();
+        known_.clear();
+        endRemoveRows();
+    }
     Q_EMIT changed();
 }
 

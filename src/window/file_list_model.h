@@ -70,7 +70,7 @@ private:
     QSet<QUrl> known_;                       ///< the same URLs, to find
     QByteArray waiting_;                     ///< being added: all from `nextWaiting_` on
     qsizetype nextWaiting_ = 0;
-    bool isReading_ = false; ///< `addWaiting` is running
+    bool isReading_ = false; ///< `addWaiting` is running, begun after the last clearing
     int clearings_ = 0;
 };
 

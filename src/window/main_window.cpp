@@ -16,11 +16,12 @@ std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &vi
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     // Not a QQmlApplicationEngine: that looks for a variant of every file.
     QQmlComponent component(&engine, scene);
+    if (component.isError()) {
+        qWarning() << component.errors();
+        return nullptr;
+    }
     properties.insert(QStringLiteral("view"), QVariant::fromValue(&view));
     std::unique_ptr<QObject> window(component.createWithInitialProperties(properties));
-    if (!window) {
-        qWarning() << component.errors();
-    }
     return std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow *>(window.release()));
 }
 

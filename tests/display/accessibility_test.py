@@ -92,6 +92,10 @@ def pickers(window):
     check(window.focus_after("Up"), ["ZIP"])
     xdotool("key", "Return")
     window.wait("the first format", lambda: window.find("combo box", "Format").description == "ZIP")
+    for key in ("Return", "alt+Down"):
+        check(window.focus_after(key), ["ZIP"])
+        xdotool("key", "Escape")
+        window.wait("the list to close", lambda: not window.node("list item", "ZIP"))
 
 
 def create(window):

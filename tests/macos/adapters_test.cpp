@@ -56,11 +56,11 @@ private Q_SLOTS:
     void init() { given.clear(); }
 
     void hand_over_urls() {
-        QVERIFY(chooseFilesAndFolders().isReady());
+        QVERIFY(chooseFilesAndFolders({}).isReady());
         const auto take = [](QList<QUrl> urls) { given << QUrl::toStringList(urls).join(u'|').toUtf8(); };
-        chooseFilesAndFolders().then(take);
+        chooseFilesAndFolders({}).then(take);
         chosen = "file:///a%20%E2%80%9Cb%E2%80%9D%23\nfile:///tmp/folder/";
-        chooseFilesAndFolders().then(take);
+        chooseFilesAndFolders({}).then(take);
         QStringList taken;
         provideServices([&taken](const QStringList &urls) { taken = urls; });
         service(chosen);

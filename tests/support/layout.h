@@ -75,12 +75,9 @@ inline QString outOfPlace(const QQuickItem *item) {
     return {};
 }
 
-/// What is wrong with the texts in sight, a line each.
-inline QStringList faults(QQuickItem *shown) {
+inline QStringList overlaps(const QList<QQuickItem *> &texts) {
     QStringList all;
-    const QList<QQuickItem *> texts = visibleTexts(shown);
     for (qsizetype i = 0; i < texts.size(); ++i) {
-        all += outOfPlace(texts[i]);
         for (qsizetype j = 0; j < i; ++j) {
             const QRectF both = shownInWindow(texts[i]) & shownInWindow(texts[j]);
             if (both.width() > 1 && both.height() > 1) {
@@ -88,8 +85,18 @@ inline QStringList faults(QQuickItem *shown) {
             }
         }
     }
+    return all;
+}
+
+/// What is wrong with the texts in sight, a line each.
+inline QStringList faults(QQuickItem *shown) {
+    const QList<QQuickItem *> texts = visibleTexts(shown);
+    QStringList all = overlaps(texts);
+    for (const QQuickItem *text : texts) {
+        all += outOfPlace(text);
+    }
     all.removeAll(QString());
-    if (texts.size() < 8) {
+    if (texts.size() < 4) {
         all += QStringLiteral("hardly any text is shown");
     }
     return all;

@@ -4,6 +4,8 @@
 #include "window/content_view.h"
 #include "window/uri_list.h"
 
+#include <QCoro/QCoroSignal>
+
 #include <QSignalSpy>
 #include <QTest>
 
@@ -18,21 +20,33 @@ QString at(ContentView &view) {
 /// A desktop on which the user chooses what is given here.
 struct Choices {
     QList<QUrl> files{};
+    QList<QUrl> begins{}; ///< where the choosers were opened
     std::optional<QUrl> folder{};
     QList<QUrl> revealed{};
     QList<QUrl> opened{};
     QString copied{};
+    bool waits = false; ///< choosers of folders wait until `decision` is renamed
+    QObject decision{};
     Desktop desktop() {
-        return {
-            .chooseFilesAndFolders = [this]() -> QCoro::Task<QList<QUrl>> { co_return QList(files); },
-            .chooseArchive = [this]() -> QCoro::Task<std::optional<QUrl>> {
-                co_return files.isEmpty() ? std::nullopt : std::optional(files.first());
-            },
-            .chooseFolder = [this]() -> QCoro::Task<std::optional<QUrl>> { co_return std::optional(folder); },
-            .reveal = [this](const QUrl &item) { revealed += item; },
-            .openURL = [this](const QUrl &page) { opened += page; },
-            .showAlert = {},
-            .copyText = [this](const QString &text) { copied = text; }};
+        return {.chooseFilesAndFolders = [this](QUrl begin) -> QCoro::Task<QList<QUrl>> {
+                    begins += begin;
+                    co_return QList(files);
+                },
+                .chooseArchive = [this](QUrl begin) -> QCoro::Task<std::optional<QUrl>> {
+                    begins += begin;
+                    co_return files.isEmpty() ? std::nullopt : std::optional(files.first());
+                },
+                .chooseFolder = [this](QUrl begin) -> QCoro::Task<std::optional<QUrl>> {
+                    begins += begin;
+                    if (waits) {
+                        co_await qCoro(&decision, &QObject::objectNameChanged);
+                    }
+                    co_return std::optional(folder);
+                },
+                .reveal = [this](const QUrl &item) { revealed += item; },
+                .openURL = [this](const QUrl &page) { opened += page; },
+                .showAlert = {},
+                .copyText = [this](const QString &text) { copied = text; }};
     }
 };
 
@@ -114,7 +128,11 @@ private Q_SLOTS:
         const QUrl b = fileUrl(folder.path() / "gone");
         Choices choices{.files = {a, b, b}};
         ContentView view(choices.desktop());
-        drop(view, {a, QUrl(u"http://host/x"_qs), QUrl(u"text"_qs), QUrl(a.toString() + u'/'), a});
+        const QUrl elsewhere(u"file://elsewhere.example/x"_qs);
+        QUrl here = a;
+        here.setHost(QSysInfo::machineHostName().toUpper());
+        drop(view,
+             {a, here, elsewhere, QUrl(u"http://host/x"_qs), QUrl(u"text"_qs), QUrl(a.toString() + u'/'), a});
         QCOMPARE(view.files()->urls(), std::vector{a});
         QCOMPARE(view.files()->countText() + view.files()->totalSize(), u"1 item2 KB"_qs);
         view.browseFiles();
@@ -167,9 +185,39 @@ private Q_SLOTS:
         QCOMPARE(view.extractDir(), fileUrl("/chosen"));
         view.browseArchive();
         QCOMPARE(view.extractDir(), fileUrl("/c"));
+        QCOMPARE(choices.begins, (QList{fileUrl("/b"), desktopURL(), fileUrl("/chosen")}));
         choices.files.clear();
         view.browseArchive();
         QCOMPARE(view.archiveFile(), fileUrl("/c/3.zip"));
+    }
+
+    void opensOneChooserAtATime() {
+        Choices choices{.folder = fileUrl("/first"), .waits = true};
+        ContentView view(choices.desktop());
+        view.chooseSaveDir();
+        view.chooseSaveDir();
+        view.browseFiles();
+        QCOMPARE(choices.begins.size(), 1);
+        choices.decision.setObjectName(u"decided"_qs);
+        QTRY_COMPARE(view.outputDir(), fileUrl("/first"));
+        view.chooseSaveDir();
+        QCOMPARE(choices.begins, (QList{desktopURL(), fileUrl("/first")}));
+    }
+
+    void showsWhatIsReadLater() {
+        const TestFolder folder;
+        ContentView view(systemDesktop(), {.searchFolders = {folder.path().native() + "/"}});
+        view.setFormat(ArchiveFormat::rar);
+        QVERIFY(!view.toolWarning().isEmpty());
+        folder.write("rar", "a tool, just installed");
+        QSignalSpy warning(&view, &ContentView::toolWarningChanged);
+        Q_EMIT view.mgr()->isCreatingChanged();
+        QCOMPARE(warning.size(), 1);
+        QVERIFY(view.toolWarning().isEmpty());
+        view.setArchiveFile(fileUrl(folder.write("a.zip", QByteArray(1500, 'a'))));
+        QTRY_COMPARE(view.property("archiveFileSize").toString(), u"2 KB"_qs);
+        view.removeArchive();
+        QVERIFY(view.property("archiveFileSize").toString().isEmpty());
     }
 
     void createsExtractsAndShows() {

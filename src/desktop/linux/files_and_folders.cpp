@@ -6,6 +6,8 @@
 #include <QLineEdit>
 #include <QRegularExpression>
 
+#include <utility>
+
 namespace stowlark {
 namespace {
 
@@ -44,10 +46,10 @@ public:
 
 } // namespace
 
-QCoro::Task<QList<QUrl>> chooseFilesAndFolders() {
+QCoro::Task<QList<QUrl>> chooseFilesAndFolders(QUrl begin) {
     auto *dialog = new FilesAndFoldersDialog;
     dialog->setWindowTitle(QFileDialog::tr("Add Files and Folders"));
-    return decision(dialog);
+    return decision(dialog, std::move(begin));
 }
 
 } // namespace stowlark

@@ -4,7 +4,7 @@
 
 namespace stowlark {
 
-QCoro::Task<QList<QUrl>> chooseFilesAndFolders() {
+QCoro::Task<QList<QUrl>> chooseFilesAndFolders(QUrl /*begin*/) { // the panel begins where it ended last
     QList<QUrl> chosen;
     appkit::runOpenPanel(
         [](void *context, const char *lines) {
