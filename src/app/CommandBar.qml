@@ -8,6 +8,12 @@ MenuBar {
     id: root
 
     required property MenuCommands commands
+    readonly property bool isOpen: application.visible || help.visible
+
+    function dismiss() {
+        application.dismiss();
+        help.dismiss();
+    }
 
     padding: 2
     leftPadding: 8
@@ -22,40 +28,50 @@ MenuBar {
         onActivated: {
             root.currentIndex = 0;
             root.contentChildren[0].triggered();
+            application.currentIndex = 0;
         }
     }
 
     CommandMenu {
+        id: application
+
         title: "&Stowlark"
 
         CommandItem {
             command: root.commands.about
+            onKeyed: root.dismiss()
         }
 
         CommandSeparator {}
 
         CommandItem {
             command: root.commands.checkForUpdates
+            onKeyed: root.dismiss()
         }
 
         CommandSeparator {}
 
         CommandItem {
             command: root.commands.quit
+            onKeyed: root.dismiss()
         }
     }
 
     CommandMenu {
+        id: help
+
         title: qsTr("&Help")
 
         CommandItem {
             command: root.commands.help
+            onKeyed: root.dismiss()
         }
 
         CommandSeparator {}
 
         CommandItem {
             command: root.commands.visit
+            onKeyed: root.dismiss()
         }
     }
 }

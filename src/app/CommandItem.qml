@@ -10,6 +10,9 @@ MenuItem {
 
     required property MenuCommand command
 
+    /// It is about to be triggered by its keys.
+    signal keyed
+
     text: command.label
     font.pointSize: Theme.points(13)
     padding: 6
@@ -42,6 +45,9 @@ MenuItem {
 
     Shortcut {
         sequences: root.command.keys
-        onActivated: root.command.trigger()
+        onActivated: {
+            root.keyed();
+            root.command.trigger();
+        }
     }
 }

@@ -33,7 +33,7 @@ Pane {
             id: message
 
             Layout.fillWidth: true
-            text: qsTr("Stowlark quits once this is done.")
+            text: qsTr("Stowlark quits once this has succeeded.")
             color: Theme.primary
             wrapMode: Text.Wrap
             font.pointSize: Theme.points(13)

@@ -17,6 +17,8 @@ MainWindow {
     onClosing: close => close.accepted = quitting.request()
 
     menuBar: Loader {
+        id: menus
+
         active: Qt.platform.os !== "osx" // which has its own at the top of the screen
 
         sourceComponent: CommandBar {
@@ -29,6 +31,21 @@ MainWindow {
 
         sourceComponent: QuitNote {
             quitting: root.quitting
+        }
+    }
+
+    MouseArea { // a press that closes a menu does nothing else
+        readonly property bool isOpen: menus.item?.isOpen ?? false
+
+        anchors.fill: parent
+        z: 1
+        visible: isOpen || closing.running
+        onIsOpenChanged: if (!isOpen) closing.restart()
+
+        Timer {
+            id: closing
+
+            interval: 1
         }
     }
 

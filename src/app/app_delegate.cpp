@@ -10,23 +10,19 @@ namespace stowlark {
 
 using namespace std::chrono_literals;
 
-AppDelegate::AppDelegate(AppState &appState, UpdateChecker &updater, const std::function<void()> &activate)
-    : appState_(appState)
-    , updater_(updater)
-    , activate_(activate)
-    , serviceHandler_(appState, activate) {
+AppDelegate::AppDelegate(UpdateChecker &updater, const HandOver &handOver)
+    : updater_(updater)
+    , handOver_(handOver)
+    , serviceHandler_(handOver) {
     QCoreApplication::instance()->installEventFilter(this);
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-    QTimer::singleShot(2s, this, [this] { updater_.checkForUpdates(); });
+    QTimer::singleShot(2s, Qt::PreciseTimer, this, [this] { updater_.checkForUpdates(); });
 }
 
 bool AppDelegate::applicationOpenFile(const Path &file) {
-    QTimer::singleShot(200ms, this, [this, url = fileUrl(file)] {
-        activate_();
-        appState_.setIncomingFile(url);
-    });
+    QTimer::singleShot(200ms, Qt::PreciseTimer, this, [this, url = fileUrl(file)] { handOver_(url); });
     return true;
 }
 

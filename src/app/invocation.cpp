@@ -23,6 +23,9 @@ std::optional<QUrl> fileFrom(const QByteArray &argument) {
     }
     std::error_code ignored;
     const Path absolute = std::filesystem::absolute(argument.toStdString(), ignored);
+    if (absolute.empty()) { // the current folder is gone
+        return std::nullopt;
+    }
     const Path folder = std::filesystem::canonical(absolute.parent_path(), ignored);
     const bool isPlain = absolute.lexically_normal() == absolute;
     return fileUrl(isPlain || ignored ? absolute : folder / absolute.filename());
@@ -52,9 +55,10 @@ Invocation invocation(std::span<char *const> arguments) {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Makes and unpacks archives with the tools you already have."));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    parser.addOptions({service, compress, extract, byBus});
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Show this help."));
+    const QCommandLineOption version = parser.addVersionOption();
+    parser.addOptions({help, service, compress, extract, byBus});
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("The archive to extract."),
                                  QStringLiteral("[FILE...]"));
 
@@ -62,9 +66,18 @@ Invocation invocation(std::span<char *const> arguments) {
     for (const char *argument : arguments) {
         bytes += QString::fromLatin1(argument);
     }
-    parser.process(bytes);
+    if (!parser.parse(bytes)) {
+        std::cerr << parser.errorText().toLatin1().constData() << '\n';
+        std::exit(EXIT_FAILURE); // NOLINT(concurrency-mt-unsafe): there is one thread yet
+    }
+    if (parser.isSet(help)) {
+        parser.showHelp();
+    }
+    if (parser.isSet(version)) {
+        parser.showVersion();
+    }
     const QStringList uris = urisOf(parser.positionalArguments());
-    if (parser.isSet(service)) {
+    if (parser.isSet(service) && !uris.isEmpty()) {
         return {Invocation::Kind::extractFiles, uris};
     }
     if (!uris.isEmpty()) {

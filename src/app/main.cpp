@@ -27,12 +27,15 @@ int main(int argc, char *argv[]) {
     std::signal(SIGCHLD, SIG_DFL); // NOLINT(cert-err33-c)
     QCoreApplication::setApplicationName(QStringLiteral("Stowlark"));
     QCoreApplication::setApplicationVersion(bundleVersion());
-    const auto arguments = [&] { return std::span(argv, static_cast<size_t>(argc)).subspan(1); };
-    if (std::ranges::any_of(arguments(), isQuestion)) {
+    const auto arguments = [&] { // QApplication takes its own away
+        return std::span(argv, static_cast<size_t>(argc)).subspan(1);
+    };
+    const auto isEnd = [](std::string_view argument) { return argument == "--"; };
+    if (std::any_of(arguments().begin(), std::ranges::find_if(arguments(), isEnd), isQuestion)) {
         const QCoreApplication application(argc, argv);
         invocation(arguments());
     }
-    const QApplication application(argc, argv); // takes its own arguments away
+    const QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(applicationId());
     const Invocation asked = invocation(arguments());
     OtherPrograms others;

@@ -1,26 +1,20 @@
 #include "app/service_handler.h"
 
-#include "foundation/file_url.h"
-
-#include <algorithm>
+#include "window/uri_list.h"
 
 namespace stowlark {
 
-ServiceHandler::ServiceHandler(AppState &appState, std::function<void()> activate)
-    : appState_(appState)
-    , activate_(std::move(activate)) {}
+ServiceHandler::ServiceHandler(HandOver handOver)
+    : handOver_(std::move(handOver)) {}
 
 void ServiceHandler::extractFiles(const QStringList &urls) {
-    const auto isFile = [](const QString &url) { return isFileUrl(QUrl::fromEncoded(url.toUtf8())); };
-    const auto first = std::ranges::find_if(urls, isFile);
-    if (first == urls.end()) {
-        return;
+    for (const QString &url : urls) {
+        if (const auto file = fileOf(url.toUtf8())) {
+            QMetaObject::invokeMethod(
+                this, [this, file] { handOver_(*file); }, Qt::QueuedConnection);
+            return;
+        }
     }
-    const auto handOver = [this, file = fileUrl(path(QUrl::fromEncoded(first->toUtf8())))] {
-        activate_();
-        appState_.setIncomingFile(file);
-    };
-    QMetaObject::invokeMethod(this, handOver, Qt::QueuedConnection);
 }
 
 } // namespace stowlark

@@ -1,28 +1,29 @@
 #pragma once
 
-#include "window/app_state.h"
-
+#include <QObject>
 #include <QStringList>
+#include <QUrl>
 
 #include <functional>
 
 namespace stowlark {
+
+/// Brings the window to the front and hands a file over to it.
+using HandOver = std::function<void(const QUrl &file)>;
 
 /// Answers "Extract with Stowlark" of the file managers' context menus.
 class ServiceHandler : public QObject {
     Q_OBJECT
 
 public:
-    /// `activate` brings the window to the front.
-    ServiceHandler(AppState &appState, std::function<void()> activate);
+    explicit ServiceHandler(HandOver handOver);
 
-    /// Hands the first file among the URLs to the window, after it has returned. Whether the file exists and
-    /// is an archive shows when the user extracts it. Does nothing if there is no file.
+    /// Hands the first file among the URLs over, after it has returned. Whether the file exists and is an
+    /// archive shows when the user extracts it. Does nothing if there is no file.
     void extractFiles(const QStringList &urls);
 
 private:
-    AppState &appState_;
-    std::function<void()> activate_;
+    HandOver handOver_;
 };
 
 } // namespace stowlark

@@ -18,9 +18,17 @@ namespace stowlark {
 
 StowlarkApp::StowlarkApp(const Desktop &desktop, UpdateChecker &updater)
     : view_(desktop, {}, AppState::shared(), updater)
-    , appDelegate_(AppState::shared(), updater, [this] { activate(); })
+    , appDelegate_(updater,
+                   [this](const QUrl &file) {
+                       activate();
+                       AppState::shared().setIncomingFile(file);
+                   })
     , commands_(AppState::shared(), updater, [this] { view_.openSite(); })
     , quitting_(*view_.mgr(), &QCoreApplication::quit) {
+    const auto closeNotes = [this] { view_.setShowReleaseNotes(false); }; // one sheet at a time
+    QObject::connect(&AppState::shared(), &AppState::showHelpChanged, &view_, closeNotes);
+    QObject::connect(&AppState::shared(), &AppState::showAboutChanged, &view_, closeNotes);
+
     // What Qt Quick 6.4 tells screen readers of a picker that it deletes crashes.
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &view_,
                      [] { QAccessible::installUpdateHandler([](QAccessibleEvent *) {}); });
@@ -36,14 +44,13 @@ StowlarkApp::StowlarkApp(const Desktop &desktop, UpdateChecker &updater)
 }
 
 void StowlarkApp::take(const Invocation &invocation) {
+    quitting_.cancel(); // the window is wanted
     switch (invocation.kind) {
     case Invocation::Kind::activate:
         activate();
         break;
     case Invocation::Kind::open:
-        if (const auto file = lastFile(invocation.uris.join(u'\n').toUtf8())) {
-            appDelegate_.applicationOpenFile(path(*file));
-        }
+        open(invocation.uris);
         break;
     case Invocation::Kind::extractFiles:
         appDelegate_.serviceHandler().extractFiles(invocation.uris);
@@ -59,12 +66,22 @@ void StowlarkApp::take(const Invocation &invocation) {
     }
 }
 
+/// Of several files the last one would stay.
+void StowlarkApp::open(const QStringList &uris) {
+    for (qsizetype i = uris.size(); i > 0; --i) {
+        if (const auto file = fileOf(uris[i - 1].toUtf8())) {
+            appDelegate_.applicationOpenFile(path(*file));
+            return;
+        }
+    }
+}
+
 void StowlarkApp::activate() const {
-    bringToFront();
     window_->setWindowStates(window_->windowStates() & ~Qt::WindowMinimized);
     window_->show();
     window_->raise();
     window_->requestActivate();
+    bringToFront();
 }
 
 } // namespace stowlark

@@ -32,6 +32,8 @@ public:
     void activate() const;
 
 private:
+    void open(const QStringList &uris);
+
     ContentView view_;
     AppDelegate appDelegate_;
     MenuCommands commands_;

@@ -2,8 +2,8 @@
 
 namespace stowlark {
 
-/// Brings the application in front of the others, where that takes more than to activate its window. Needs a
-/// QApplication. One source per system.
+/// What it takes besides to bring the application in front of the others, when its window has just been
+/// activated. Needs a QApplication. One source per system.
 void bringToFront();
 
 } // namespace stowlark

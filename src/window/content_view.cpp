@@ -183,11 +183,15 @@ bool ContentView::createDisabled() const {
 }
 
 void ContentView::takeRelease() {
-    if (!updater_.hasRelease() && showReleaseNotes_) {
-        showReleaseNotes_ = false;
+    setShowReleaseNotes(showReleaseNotes_ && updater_.hasRelease());
+    Q_EMIT releaseChanged();
+}
+
+void ContentView::setShowReleaseNotes(bool show) {
+    if (show != showReleaseNotes_) {
+        showReleaseNotes_ = show;
         Q_EMIT showReleaseNotesChanged();
     }
-    Q_EMIT releaseChanged();
 }
 
 void ContentView::takeStatus() {

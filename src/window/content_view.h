@@ -31,7 +31,8 @@ class ContentView : public QObject {
 
     Q_PROPERTY(stowlark::UpdateChecker *updater READ updater CONSTANT)
     Q_PROPERTY(QString releaseHeadline READ releaseHeadline NOTIFY releaseChanged)
-    Q_PROPERTY(bool showReleaseNotes MEMBER showReleaseNotes_ NOTIFY showReleaseNotesChanged)
+    Q_PROPERTY(
+        bool showReleaseNotes READ showReleaseNotes WRITE setShowReleaseNotes NOTIFY showReleaseNotesChanged)
     Q_PROPERTY(int mode READ modeIndex WRITE setModeIndex NOTIFY modeChanged)
     Q_PROPERTY(int format READ formatIndex WRITE setFormatIndex NOTIFY formatChanged)
     Q_PROPERTY(int level READ levelIndex WRITE setLevelIndex NOTIFY levelChanged)
@@ -85,6 +86,8 @@ public:
     QUrl extractDir() const { return extractDir_; }
     void setExtractDir(const QUrl &folder);
 
+    bool showReleaseNotes() const { return showReleaseNotes_; }
+    void setShowReleaseNotes(bool show);
     /// The first line of the available release's notes.
     QString releaseHeadline() const;
     /// Where the archive goes: the name as typed ("archive" if blank) with the format's extension, in

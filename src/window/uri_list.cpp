@@ -6,14 +6,15 @@ namespace stowlark {
 namespace {
 
 std::optional<QUrl> fileIn(const QByteArray &line) {
-    if (line.isEmpty() || line.startsWith('#')) {
-        return std::nullopt;
-    }
-    const QUrl url = QUrl::fromEncoded(line);
-    return isFileUrl(url) ? std::optional(fileUrl(path(url))) : std::nullopt;
+    return line.startsWith('#') ? std::nullopt : fileOf(line);
 }
 
 } // namespace
+
+std::optional<QUrl> fileOf(const QByteArray &url) {
+    const QUrl parsed = QUrl::fromEncoded(url);
+    return isFileUrl(parsed) ? std::optional(fileUrl(path(parsed))) : std::nullopt;
+}
 
 std::optional<QUrl> nextFile(const QByteArray &uriList, qsizetype &position) {
     const qsizetype begin = position;

@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import signal
 import subprocess
 import sys
 import time
@@ -12,8 +13,8 @@ from gi.repository import Gio, GLib
 from stowlark_window import StowlarkWindow, xdotool
 
 HOME = pathlib.Path(os.environ["HOME"])
-ID = "example.stowlark.Stowlark"
-PATH = "/example/stowlark/Stowlark"
+ID = os.environ["STOWLARK_ID"]
+PATH = "/" + ID.replace(".", "/")
 STANDARD = "org.freedesktop.Application"
 
 
@@ -56,6 +57,8 @@ def bad_input(window, archives):
         call("extractFiles", "(as)", uris, interface=ID)
         call("Open", "(asa{sv})", uris, {})
     call("Activate", "(a{sv})", {"activation-token": GLib.Variant("as", ["?"])})
+    call("Activate", "(a{sv})", {"activation-token": GLib.Variant("s", "?" * 200000)})
+    call("Open", "(asa{sv})", ["http://x.example/\nfile:///injected"], {})
     call("ActivateAction", "(sava{sv})", "unknown", [GLib.Variant("s", "?")], {})
     for method, signature, arguments in [("Open", "(s)", ["x"]), ("Nothing", "()", [])]:
         try:
@@ -63,7 +66,8 @@ def bad_input(window, archives):
         except GLib.Error:
             continue
         raise AssertionError(f"no error from {method}")
-    expect_archive(window, archives[0])
+    time.sleep(0.5)  # a file would have been handed over by now
+    assert window.node("label", archives[0].name)
     call("Open", "(asa{sv})", ["file:///gone/%FF.zip"], {})
     window.find("label", "/gone")
     call("Open", "(asa{sv})", [archives[0].as_uri()] * 10000, {})
@@ -113,20 +117,45 @@ def shows_in_the_file_manager(window, folder):
 
 def menus(window):
     call("ActivateAction", "(sava{sv})", "compress", [], {})
-    xdotool("key", "ctrl+n")  # there is no such command
-    for key, sheet in [("ctrl+question", "Stowlark Help"), ("F1", "Stowlark Help")]:
-        xdotool("key", key)
-        window.find("dialog", sheet)
-        xdotool("key", "Escape")
-        window.wait("no sheet", lambda: not window.node("dialog", sheet))
+    xdotool("key", "ctrl+question")
+    window.find("dialog", "Stowlark Help")
+    xdotool("key", "Escape")
+    window.wait("no sheet", lambda: not window.node("dialog"))
     xdotool("key", "F10")
     window.find("menu item", "Check for Updates…")
-    xdotool("key", "Down", "Return")  # the first of the menu
+    xdotool("key", "Right")
+    window.find("menu item", "Stowlark Help")
+    xdotool("key", "Escape", "F10")
+    window.find("menu item", "Check for Updates…")
+    xdotool("key", "Return")  # the first of the menu
     window.find("dialog", "About Stowlark")
+    xdotool("key", "F1")
+    window.find("dialog", "Stowlark Help")
+    assert not window.node("dialog", "About Stowlark")
     xdotool("key", "Escape")
+    window.wait("no sheet", lambda: not window.node("dialog"))
     xdotool("key", "alt+h")
-    window.find("menu item", "Visit stowlark.example")
+    window.find("menu item", f"Visit {os.environ['STOWLARK_SITE']}")
     xdotool("key", "Escape")
+
+
+def waits_before_it_quits(window, program, slow):
+    """Quitting waits for the operation; who asks for the window meanwhile keeps it."""
+    start_again(program, slow)
+    expect_archive(window, slow)
+    xdotool("key", "ctrl+Return", "ctrl+q")
+    window.find("push button", "Don’t Quit")
+    call("Activate", "(a{sv})", {})
+    window.wait("no note", lambda: not window.node("push button", "Don’t Quit"))
+    window.wait("the outcome", lambda: f"Extracted to: {slow.stem}/" in window.spoken())
+
+
+def stopped(window, program, archives):
+    """A later start leaves also while the program does not answer; that gets the file once it goes on."""
+    window.program.send_signal(signal.SIGSTOP)
+    start_again(program, "--extract-files", archives[3], env=dict(os.environ, XDG_ACTIVATION_TOKEN="token"))
+    window.program.send_signal(signal.SIGCONT)
+    expect_archive(window, archives[3])
 
 
 def without_a_bus(program):
@@ -143,6 +172,9 @@ def main(program):
     for archive in archives:
         with zipfile.ZipFile(archive, "w") as file:
             file.writestr("inside.txt", archive.name)
+    slow = HOME / "slow.zip"
+    with zipfile.ZipFile(slow, "w", zipfile.ZIP_DEFLATED, compresslevel=1) as file:
+        file.writestr("zeros", bytes(300_000_000))
     os.environ["PATH"] = f"{HOME / 'bin'}:{os.environ['PATH']}"
     without_a_bus(program)
     with StowlarkWindow(program) as window:
@@ -155,6 +187,8 @@ def main(program):
         window.wait("the outcome", lambda: "Extracted to: zip 0/" in window.spoken())
         shows_in_the_file_manager(window, HOME / "zip 0")
         menus(window)
+        stopped(window, program, archives)
+        waits_before_it_quits(window, program, slow)
     assert (HOME / "zip 0/inside.txt").read_text() == "zip 0.zip"
 
 

@@ -1,9 +1,11 @@
 #include "desktop/activation.h"
 
+#include "desktop/linux/platform_data.h"
+
 namespace stowlark {
 
 void bringToFront() {
-    // Windows come to the front one by one.
+    forgetActivationToken(); // which the window has used up; tools are not to inherit it
 }
 
 } // namespace stowlark

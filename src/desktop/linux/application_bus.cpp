@@ -11,15 +11,19 @@
 namespace stowlark {
 namespace {
 
-constexpr int answerTime = 300; // in ms
+constexpr int answerTime = 200; // in ms
 const QString standardInterface = QStringLiteral("org.freedesktop.Application");
 
-bool ask(const QString &interface, const QString &method, const QVariantList &arguments) {
+QDBusMessage message(const QString &interface, const QString &method, const QVariantList &arguments) {
     auto call = QDBusMessage::createMethodCall(applicationId(), applicationObjectPath(), interface, method);
     call.setArguments(arguments);
     call.setAutoStartService(false);
+    return call;
+}
+
+bool ask(const QString &interface, const QString &method, const QVariantList &arguments) {
     const QDBusConnection bus = QDBusConnection::sessionBus();
-    const QDBusError error = bus.call(call, QDBus::Block, answerTime);
+    const QDBusError error = bus.call(message(interface, method, arguments), QDBus::Block, answerTime);
     return !error.isValid() || (error.type() == QDBusError::NoReply &&
                                 bus.interface()->isServiceRegistered(applicationId())); // it is only slow
 }
@@ -52,8 +56,10 @@ bool ApplicationBus::askToOpen(const QStringList &uris) const {
 }
 
 bool ApplicationBus::askToExtractFiles(const QStringList &uris) const {
-    const bool hasToken = !platformData().isEmpty(); // for which extractFiles has no place
-    return (!hasToken || askToActivate()) && ask(applicationId(), QStringLiteral("extractFiles"), {uris});
+    if (const QVariantMap token = platformData(); !token.isEmpty()) { // for which extractFiles has no place
+        QDBusConnection::sessionBus().send(message(standardInterface, QStringLiteral("Activate"), {token}));
+    }
+    return ask(applicationId(), QStringLiteral("extractFiles"), {uris});
 }
 
 bool ApplicationBus::askForAction(const QString &action) const {

@@ -14,9 +14,15 @@ QVariantMap platformData() {
 }
 
 void takePlatformData(const QVariantMap &data) {
-    if (const QByteArray token = data.value(tokenKey).toString().toLatin1(); !token.isEmpty()) {
+    constexpr int longest = 1024; // tools get no more of an environment than they can take
+    const QByteArray token = data.value(tokenKey).toString().toLatin1();
+    if (!token.isEmpty() && token.size() <= longest) {
         qputenv(tokenVariable, token);
     }
+}
+
+void forgetActivationToken() {
+    qunsetenv(tokenVariable);
 }
 
 } // namespace stowlark

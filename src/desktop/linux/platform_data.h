@@ -12,4 +12,6 @@ QVariantMap platformData();
 /// Keeps the token for the next time that a window is activated.
 void takePlatformData(const QVariantMap &data);
 
+void forgetActivationToken();
+
 } // namespace stowlark

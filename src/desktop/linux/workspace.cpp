@@ -11,8 +11,6 @@
 namespace stowlark {
 namespace {
 
-constexpr int answerTime = 3000; // in ms
-
 void openContainingFolder(const QUrl &item) {
     QDesktopServices::openUrl(fileUrl(parentFolder(path(item))));
 }
@@ -28,10 +26,10 @@ void reveal(const QUrl &item) {
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << QStringList{QString::fromLatin1(item.toEncoded())} << QString();
-    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call, answerTime));
+    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call));
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, item] {
         watcher->deleteLater();
-        if (watcher->isError()) {
+        if (watcher->isError() && watcher->error().type() != QDBusError::NoReply) { // it may only be slow
             openContainingFolder(item);
         }
     });
