@@ -78,14 +78,11 @@ ApplicationWindow {
                     font.weight: Font.Bold
                 }
 
-                TextButton {
+                SiteLink {
+                    view: root.view
                     text: root.view.siteLabel
                     color: Theme.faded(Theme.accentStart, 0.85)
                     font.pointSize: Theme.points(11)
-                    font.weight: Font.Normal
-                    padding: 0
-                    Accessible.role: Accessible.Link
-                    onClicked: root.view.openSite()
                 }
             }
 

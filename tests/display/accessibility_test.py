@@ -20,6 +20,7 @@ def check(found, expected):
 
 
 def check_roles(window):
+    assert window.node("link").name.startswith("by ")
     for node in window.nodes():
         if "showing" in node.states:
             assert node.role in CONTROLS | PLAIN and node.name, node

@@ -41,6 +41,7 @@ Text {
         visible: root.activeFocus
         radius: 5
         color: "transparent"
+        border.width: 2
         border.color: Theme.accentStart
     }
 }
