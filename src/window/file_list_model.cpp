@@ -9,6 +9,7 @@
 #include <QPointer>
 
 #include <algorithm>
+#include <utility>
 
 namespace stowlark {
 
@@ -149,9 +150,9 @@ void FileListModel::clear() {
     isReading_ = false; // what still reads, perhaps from a server that never answers, is not waited for
     if (!urls_.empty()) {
         beginRemoveRows({}, 0, count() - 1);
-        urls_.clear();
-        attributes_.clear();
-        known_.clear();
+        // To free a long list takes long, which a worker does.
+        workers().start([urls = std::exchange(urls_, {}), attributes = std::exchange(attributes_, {}),
+                         known = std::exchange(known_, {})] {});
         endRemoveRows();
     }
     Q_EMIT changed();
