@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Basic
 import Stowlark.App
-import Stowlark.Window
 
 /// The menus, in the window.
 MenuBar {

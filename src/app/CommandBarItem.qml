@@ -6,15 +6,17 @@ import Stowlark.Window
 MenuBarItem {
     id: root
 
+    readonly property string shownText: text.replace("&", "") // the mark of its letter
+
     padding: 4
     leftPadding: 8
     rightPadding: 8
     font.pointSize: Theme.points(13)
     Accessible.onRoleChanged: Accessible.role = Accessible.MenuItem // Qt makes it a second bar
-    Accessible.name: contentItem.text // without the mark of its letter
+    Accessible.name: shownText
 
     contentItem: Label {
-        text: root.text.replace("&", "")
+        text: root.shownText
         font: root.font
         color: Theme.primary
     }

@@ -44,7 +44,7 @@ MenuItem {
     }
 
     Shortcut {
-        sequences: root.command.keys
+        sequences: root.command.sequences
         onActivated: {
             root.keyed();
             root.command.trigger();

@@ -1,7 +1,6 @@
 // The menus and sheets see the scene by its id, which qmllint of Qt 6.4 cannot follow.
 // qmllint disable unqualified
 import QtQuick
-import QtQuick.Controls.Basic
 import Stowlark.App
 import Stowlark.Info
 import Stowlark.Window

@@ -17,7 +17,7 @@ class MenuCommand : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("Made by the application")
     Q_PROPERTY(QString label READ label CONSTANT)
-    Q_PROPERTY(QStringList keys READ keys CONSTANT)
+    Q_PROPERTY(QVariantList sequences READ sequences CONSTANT)
     Q_PROPERTY(QString shownKeys READ shownKeys CONSTANT)
 
 public:
@@ -26,6 +26,8 @@ public:
     const QString &label() const { return label_; }
     /// The keys that trigger it, as QKeySequence names them.
     const QStringList &keys() const { return keys_; }
+    /// The same for QML.
+    QVariantList sequences() const { return {keys_.begin(), keys_.end()}; }
     /// What the menu shows of them: the first, as this system writes it.
     QString shownKeys() const;
     Q_INVOKABLE void trigger() const { action_(); }
