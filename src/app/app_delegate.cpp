@@ -10,6 +10,20 @@ namespace stowlark {
 
 using namespace std::chrono_literals;
 
+namespace {
+
+template <typename Action>
+void after(std::chrono::milliseconds delay, QObject *receiver, Action action) {
+    auto *timer = new QTimer(receiver);
+    timer->setSingleShot(true);
+    timer->setTimerType(Qt::PreciseTimer);
+    QObject::connect(timer, &QTimer::timeout, receiver, action);
+    QObject::connect(timer, &QTimer::timeout, timer, &QObject::deleteLater);
+    timer->start(delay);
+}
+
+} // namespace
+
 AppDelegate::AppDelegate(UpdateChecker &updater, const HandOver &handOver)
     : updater_(updater)
     , handOver_(handOver)
@@ -18,11 +32,11 @@ AppDelegate::AppDelegate(UpdateChecker &updater, const HandOver &handOver)
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-    QTimer::singleShot(2s, Qt::PreciseTimer, this, [this] { updater_.checkForUpdates(); });
+    after(2s, this, [this] { updater_.checkForUpdates(); });
 }
 
 bool AppDelegate::applicationOpenFile(const Path &file) {
-    QTimer::singleShot(200ms, Qt::PreciseTimer, this, [this, url = fileUrl(file)] { handOver_(url); });
+    after(200ms, this, [this, url = fileUrl(file)] { handOver_(url); });
     return true;
 }
 

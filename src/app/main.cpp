@@ -21,7 +21,7 @@ bool isQuestion(std::string_view argument) {
 
 } // namespace
 
-int main(int argc, char *argv[]) {
+int main(int argc, char **argv) {
     using namespace stowlark;
     // A parent may have had them ignored, which is inherited; then the end of a tool could not be waited for.
     std::signal(SIGCHLD, SIG_DFL); // NOLINT(cert-err33-c)

@@ -4,14 +4,14 @@
 
 namespace stowlark {
 
-ServiceHandler::ServiceHandler(HandOver handOver)
-    : handOver_(std::move(handOver)) {}
+ServiceHandler::ServiceHandler(const HandOver &handOver) {
+    connect(this, &ServiceHandler::fileAsked, this, handOver, Qt::QueuedConnection);
+}
 
 void ServiceHandler::extractFiles(const QStringList &urls) {
     for (const QString &url : urls) {
         if (const auto file = fileOf(url.toUtf8())) {
-            QMetaObject::invokeMethod(
-                this, [this, file] { handOver_(*file); }, Qt::QueuedConnection);
+            Q_EMIT fileAsked(*file);
             return;
         }
     }

@@ -16,14 +16,14 @@ class ServiceHandler : public QObject {
     Q_OBJECT
 
 public:
-    explicit ServiceHandler(HandOver handOver);
+    explicit ServiceHandler(const HandOver &handOver);
 
     /// Hands the first file among the URLs over, after it has returned. Whether the file exists and is an
     /// archive shows when the user extracts it. Does nothing if there is no file.
     void extractFiles(const QStringList &urls);
 
-private:
-    HandOver handOver_;
+Q_SIGNALS:
+    void fileAsked(const QUrl &file);
 };
 
 } // namespace stowlark

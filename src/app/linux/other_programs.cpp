@@ -5,16 +5,16 @@
 namespace stowlark {
 namespace {
 
-bool ask(const ApplicationBus &bus, const Invocation &invocation) {
+bool ask(const Invocation &invocation) {
     switch (invocation.kind) {
     case Invocation::Kind::activate:
-        return bus.askToActivate();
+        return ApplicationBus::askToActivate();
     case Invocation::Kind::open:
-        return bus.askToOpen(invocation.uris);
+        return ApplicationBus::askToOpen(invocation.uris);
     case Invocation::Kind::extractFiles:
-        return bus.askToExtractFiles(invocation.uris);
+        return ApplicationBus::askToExtractFiles(invocation.uris);
     case Invocation::Kind::action:
-        return bus.askForAction(invocation.action);
+        return ApplicationBus::askForAction(invocation.action);
     }
     return false;
 }
@@ -36,7 +36,7 @@ bool OtherPrograms::handOver(const Invocation &invocation) {
         if (link_->bus.takeName()) {
             return false;
         }
-        if (ask(link_->bus, invocation)) {
+        if (ask(invocation)) {
             return true;
         }
     }

@@ -19,7 +19,7 @@ public:
         , bus_(bus) {}
 
     // NOLINTBEGIN(readability-identifier-naming)
-public Q_SLOTS:
+public Q_SLOTS: // NOLINT(readability-redundant-access-specifiers)
     void Activate(const QVariantMap &platformData) {
         takePlatformData(platformData);
         Q_EMIT bus_.activateAsked();
@@ -51,7 +51,7 @@ public:
         : QDBusAbstractAdaptor(&bus)
         , bus_(bus) {}
 
-public Q_SLOTS:
+public Q_SLOTS: // NOLINT(readability-redundant-access-specifiers)
     void extractFiles(const QStringList &uris) { Q_EMIT bus_.extractFilesAsked(uris); }
 
 private:

@@ -47,22 +47,22 @@ bool ApplicationBus::takeName() {
     return bus.registerService(applicationId());
 }
 
-bool ApplicationBus::askToActivate() const {
+bool ApplicationBus::askToActivate() {
     return ask(standardInterface, QStringLiteral("Activate"), {platformData()});
 }
 
-bool ApplicationBus::askToOpen(const QStringList &uris) const {
+bool ApplicationBus::askToOpen(const QStringList &uris) {
     return ask(standardInterface, QStringLiteral("Open"), {uris, platformData()});
 }
 
-bool ApplicationBus::askToExtractFiles(const QStringList &uris) const {
+bool ApplicationBus::askToExtractFiles(const QStringList &uris) {
     if (const QVariantMap token = platformData(); !token.isEmpty()) { // for which extractFiles has no place
         QDBusConnection::sessionBus().send(message(standardInterface, QStringLiteral("Activate"), {token}));
     }
     return ask(applicationId(), QStringLiteral("extractFiles"), {uris});
 }
 
-bool ApplicationBus::askForAction(const QString &action) const {
+bool ApplicationBus::askForAction(const QString &action) {
     return ask(standardInterface, QStringLiteral("ActivateAction"), {action, QVariantList(), platformData()});
 }
 

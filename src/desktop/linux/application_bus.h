@@ -21,10 +21,10 @@ public:
 
     /// Each asks the instance that has the name; false if it is gone. They return when it has answered, or
     /// after a moment: what was sent still arrives.
-    bool askToActivate() const;
-    bool askToOpen(const QStringList &uris) const;
-    bool askToExtractFiles(const QStringList &uris) const;
-    bool askForAction(const QString &action) const;
+    static bool askToActivate();
+    static bool askToOpen(const QStringList &uris);
+    static bool askToExtractFiles(const QStringList &uris);
+    static bool askForAction(const QString &action);
 
 Q_SIGNALS:
     void activateAsked();
