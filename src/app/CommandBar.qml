@@ -38,14 +38,12 @@ MenuBar {
 
         CommandItem {
             command: root.commands.about
-            onKeyed: root.dismiss()
         }
 
         CommandSeparator {}
 
         CommandItem {
             command: root.commands.checkForUpdates
-            onKeyed: root.dismiss()
         }
 
         CommandSeparator {}
@@ -70,7 +68,6 @@ MenuBar {
 
         CommandItem {
             command: root.commands.visit
-            onKeyed: root.dismiss()
         }
     }
 }

@@ -17,18 +17,11 @@ QString MenuCommand::shownKeys() const {
 }
 
 MenuCommands::MenuCommands(AppState &appState, UpdateChecker &updater, std::function<void()> visitSite)
-    : about_(tr("About Stowlark"), {},
-             [&appState] {
-                 appState.setShowHelp(false); // one sheet at a time
-                 appState.setShowAbout(true);
-             })
+    : about_(tr("About Stowlark"), {}, [&appState] { appState.setShowAbout(true); })
     , checkForUpdates_(tr("Check for Updates…"), {}, [&updater] { updater.checkManually(); })
     , quit_(tr("Quit Stowlark"), {QStringLiteral("Ctrl+Q")}, &QCoreApplication::quit)
     , help_(tr("Stowlark Help"), {QStringLiteral("Ctrl+?"), QStringLiteral("F1")},
-            [&appState] {
-                appState.setShowAbout(false);
-                appState.setShowHelp(true);
-            })
+            [&appState] { appState.setShowHelp(true); })
     , visit_(tr("Visit %1").arg(siteName()), {}, std::move(visitSite)) {}
 
 } // namespace stowlark

@@ -25,17 +25,13 @@ StowlarkApp::StowlarkApp(const Desktop &desktop, UpdateChecker &updater)
                    })
     , commands_(AppState::shared(), updater, [this] { view_.openSite(); })
     , quitting_(*view_.mgr(), &QCoreApplication::quit) {
-    const auto closeNotes = [this] { view_.setShowReleaseNotes(false); }; // one sheet at a time
-    QObject::connect(&AppState::shared(), &AppState::showHelpChanged, &view_, closeNotes);
-    QObject::connect(&AppState::shared(), &AppState::showAboutChanged, &view_, closeNotes);
-
     // What Qt Quick 6.4 tells screen readers of a picker that it deletes crashes.
     QObject::connect(qGuiApp, &QGuiApplication::aboutToQuit, &view_,
                      [] { QAccessible::installUpdateHandler([](QAccessibleEvent *) {}); });
 
     // Reading the system's fonts takes about as long as loading the types, which another thread does.
     QThreadPool::globalInstance()->start([] { QFontDatabase::families(); });
-    useInfoModule(engine_);
+    registerInfoModule();
     qml_register_types_Stowlark_App();
     window_ = openMainWindow(engine_, view_, QUrl(QStringLiteral("qrc:/qt/qml/Stowlark/App/Scene.qml")),
                              {{QStringLiteral("appState"), QVariant::fromValue(&AppState::shared())},

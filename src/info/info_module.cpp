@@ -1,13 +1,12 @@
 #include "info/info_module.h"
 
-/// Generated with the QML modules.
+/// Generated with the QML module.
 void qml_register_types_Stowlark_Info();
 
 namespace stowlark {
 
-void useInfoModule(QQmlEngine &engine) {
+void registerInfoModule() {
     qml_register_types_Stowlark_Info();
-    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
 }
 
 } // namespace stowlark

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <QQmlEngine>
-
 namespace stowlark {
 
-/// Lets an engine import Stowlark.Info, next to the main window. To be called before the engine loads
-/// anything, as it remembers which modules it has not found.
-void useInfoModule(QQmlEngine &engine);
+/// Makes the QML module Stowlark.Info known. To be called before an engine loads anything, as that remembers
+/// which modules it has not found.
+void registerInfoModule();
 
 } // namespace stowlark

@@ -13,11 +13,17 @@ void AppState::setIncomingFile(const QUrl &file) {
 }
 
 void AppState::setShowAbout(bool show) {
+    if (show) {
+        setShowHelp(false);
+    }
     showAbout_ = show;
     Q_EMIT showAboutChanged();
 }
 
 void AppState::setShowHelp(bool show) {
+    if (show) {
+        setShowAbout(false);
+    }
     showHelp_ = show;
     Q_EMIT showHelpChanged();
 }

@@ -24,6 +24,7 @@ public:
     /// A file handed over from outside, until the window takes it; empty for none.
     QUrl incomingFile() const { return incomingFile_; }
     void setIncomingFile(const QUrl &file);
+    /// One of the two at a time: to show one takes the other away.
     bool showAbout() const { return showAbout_; }
     void setShowAbout(bool show);
     bool showHelp() const { return showHelp_; }

@@ -61,6 +61,9 @@ ContentView::ContentView(Desktop desktop, Tools tools, AppState &appState, Updat
     });
     connect(&updater_, &UpdateChecker::availableChanged, this, &ContentView::takeRelease);
     connect(&appState_, &AppState::incomingFileChanged, this, &ContentView::takeIncomingFile);
+    const auto closeNotes = [this] { setShowReleaseNotes(false); }; // one sheet at a time
+    connect(&appState_, &AppState::showHelpChanged, this, closeNotes);
+    connect(&appState_, &AppState::showAboutChanged, this, closeNotes);
     takeIncomingFile();
 }
 

@@ -46,7 +46,7 @@ struct Sheets {
     std::unique_ptr<QObject> item{};
 
     Sheets() {
-        useInfoModule(engine);
+        registerInfoModule();
         window = openMainWindow(engine, view);
         QQmlComponent component(&engine);
         component.setData(scene, {});

@@ -41,10 +41,13 @@ bool ApplicationBus::takeName() {
         return true;
     }
     bus.registerObject(applicationObjectPath(), this); // first, so that no call arrives before it is there
+    if (!bus.registerService(applicationId())) {
+        return false;
+    }
     // Given back as soon as no call is answered any more.
     connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, this,
             [bus]() mutable { bus.unregisterService(applicationId()); });
-    return bus.registerService(applicationId());
+    return true;
 }
 
 bool ApplicationBus::askToActivate() {
