@@ -24,7 +24,7 @@ using namespace stowlark;
 
 namespace {
 
-constexpr std::chrono::seconds longest(60); ///< that one archive may take
+constexpr std::chrono::seconds longest(200); ///< that one archive may take
 
 struct Tally {
     int tried = 0;
