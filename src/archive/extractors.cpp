@@ -4,6 +4,7 @@
 #include "archive/disk_image_extractor.h"
 #include "archive/extraction.h"
 #include "archive/shell.h"
+#include "foundation/file_url.h"
 
 namespace stowlark {
 
@@ -26,7 +27,9 @@ QCoro::Task<> runSevenZipExtract(Tools tools, Path archive, Path outputDir) {
 QCoro::Task<> runRarExtract(Tools tools, Path archive, Path outputDir) {
     const Path tool = tools.findTool({"unrar", "rar"}, installRar);
     std::vector<std::string> args{"x", "-o+", archive.native(), outputDir.native() + '/'};
-    co_await shell(tool, std::move(args));
+    // One tool by that name makes folders wherever an archive says "../".
+    std::vector<Path> writable{outputDir, temporaryDirectory()};
+    co_await shell(tool, std::move(args), std::nullopt, std::nullopt, std::move(writable));
 }
 
 QCoro::Task<> extractInto(Tools tools, Path archive, Path outputDir) {

@@ -17,11 +17,13 @@ QString trimmedText(const QByteArray &output) {
 } // namespace
 
 QCoro::Task<> shell(Path tool, std::vector<std::string> args, std::optional<Path> cwd,
-                    std::optional<std::map<std::string, std::string>> env) {
+                    std::optional<std::map<std::string, std::string>> env,
+                    std::vector<Path> writableFolders) {
     Command command{.tool = std::move(tool),
                     .arguments = std::move(args),
                     .workingDirectory = std::move(cwd),
-                    .environment = std::move(env)};
+                    .environment = std::move(env),
+                    .writableFolders = std::move(writableFolders)};
     const ChildEnd end = co_await runChild(std::move(command));
     if (!end.succeeded) {
         throw ArchiveError::commandFailed(trimmedText(end.output));

@@ -1,5 +1,6 @@
 #include "foundation/child_process.h"
 
+#include "foundation/confinement.h"
 #include "foundation/descriptor.h"
 #include "foundation/errors.h"
 #include "foundation/temporary_file.h"
@@ -7,6 +8,8 @@
 
 #include <cerrno>
 #include <csignal>
+#include <exception>
+#include <thread>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -126,6 +129,27 @@ pid_t launch(const Command &command, int output) {
     return child;
 }
 
+/// The same, from a thread of its own that hands its limits down, where the child has any.
+pid_t launchWithinLimits(const Command &command, int output) {
+    if (command.writableFolders.empty()) {
+        return launch(command, output);
+    }
+    pid_t child = -1;
+    std::exception_ptr failure;
+    std::thread([&] {
+        try {
+            confineThread(command.writableFolders);
+            child = launch(command, output);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }).join();
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+    return child;
+}
+
 bool waitForSuccess(pid_t child) {
     int status = 0;
     while (::waitpid(child, &status, 0) < 0) {
@@ -140,7 +164,7 @@ bool waitForSuccess(pid_t child) {
 
 QCoro::Task<ChildEnd> runChild(Command command) {
     const Descriptor output = unlinkedTemporaryFile(O_APPEND);
-    const pid_t child = launch(command, output.get());
+    const pid_t child = launchWithinLimits(command, output.get());
     auto wait = [child, file = output.get()] {
         ChildEnd end;
         end.succeeded = waitForSuccess(child);
@@ -153,7 +177,7 @@ QCoro::Task<ChildEnd> runChild(Command command) {
 }
 
 bool runChildInto(const Command &command, int output) {
-    return waitForSuccess(launch(command, output));
+    return waitForSuccess(launchWithinLimits(command, output));
 }
 
 bool runChildQuietly(const Command &command) noexcept {

@@ -20,6 +20,8 @@ struct Command {
     std::optional<Path> workingDirectory{}; ///< none: this program's
     std::optional<std::map<std::string, std::string>>
         environment{}; ///< added to this program's, replacing its values
+    /// If there are any: where alone the child can change files, in so far as the system can see to that.
+    std::vector<Path> writableFolders{};
 };
 
 /// How a child ended.

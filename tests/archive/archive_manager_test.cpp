@@ -75,7 +75,7 @@ public:
         for (const char *name : {"zip", "unzip", "tar", "hdiutil", "7z", "7za", "rar", "unrar"}) {
             std::filesystem::create_symlink(FAKE_TOOL, bin() / name);
         }
-        qputenv("FAKE_TOOL", QByteArray::fromStdString((folder.path() / "record").native()));
+        qputenv("FAKE_TOOL", QByteArray::fromStdString((folder.temporary() / "record").native()));
     }
     ~Recorder() { qunsetenv("FAKE_TOOL"); }
 
@@ -92,7 +92,7 @@ public:
     /// The last run: the tool, its working folder if that is one of the test's, its arguments, and the level
     /// if the environment tells one. "*" is the test's folder, "@" the staging folder.
     QString told() const {
-        const QByteArrayList parts = readFile(folder_.path() / "record").split('\0');
+        const QByteArrayList parts = readFile(folder_.temporary() / "record").split('\0');
         const QByteArray cwd = parts[0].contains("Crateloom-") ? " in " + parts[0] : QByteArray();
         QByteArray line = parts[1].mid(parts[1].lastIndexOf('/') + 1) + cwd + ": " +
                           parts.mid(2, parts.indexOf("\n") - 2).join('|');
@@ -211,7 +211,7 @@ private Q_SLOTS:
         folder.writeTool("bin/unrar", "exit 0"); // it cannot create
         create(manager, {file}, folder.path() / "o.rar", ArchiveFormat::rar);
         COMPARE_FAILURE(manager, u"'rar' not found. Install it with: brew install rar"_qs);
-        QCOMPARE(folder.temporaryItems().size(), 0U);
+        QCOMPARE(folder.temporaryItems("Crateloom-").size(), 0U);
     }
 
     void numbersEqualNames() {

@@ -1,63 +1,21 @@
 #include "archive/archive_manager.h"
 #include "foundation/file_url.h"
+#include "support/rar_writer.h"
 #include "support/snapshot.h"
 #include "support/test_folder.h"
 
 #include <QCoro/QCoroCore>
 #include <QProcess>
 #include <QTest>
-#include <QtEndian>
 
 using namespace stowlark;
 
 namespace {
 
-quint32 crc32(const QByteArray &bytes) {
-    quint32 crc = ~0U;
-    for (const char byte : bytes) {
-        crc ^= static_cast<quint8>(byte);
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = (crc >> 1) ^ ((crc & 1) != 0 ? 0xEDB88320U : 0);
-        }
-    }
-    return ~crc;
-}
-
-QByteArray littleEndian(quint32 number) {
-    QByteArray bytes(4, 0);
-    qToLittleEndian(number, bytes.data());
-    return bytes;
-}
-
-/// Seven bits in each byte, the lowest first; the eighth says that more follow.
-QByteArray number(qsizetype value) {
-    QByteArray bytes;
-    for (; value > 127; value >>= 7) {
-        bytes += static_cast<char>(value | 128);
-    }
-    return bytes + static_cast<char>(value);
-}
-
-QByteArray block(const QByteArray &header) {
-    const QByteArray checked = number(header.size()) + header;
-    return littleEndian(crc32(checked)) + checked;
-}
+using rar::archiveOf;
 
 QByteArray entry(const QByteArray &name, bool isFolder, const QByteArray &contents = {}) {
-    constexpr int fileHeader = 2;
-    constexpr int hasData = 2;
-    constexpr int ofUnix = 1;
-    QByteArray header = number(fileHeader) + number(hasData) + number(contents.size());
-    header += number(isFolder ? 1 : 4) + number(contents.size()) + number(isFolder ? 040755 : 0100644);
-    header += isFolder ? QByteArray() : littleEndian(crc32(contents));
-    header += number(0) + number(ofUnix) + number(name.size()) + name;
-    return block(header) + contents;
-}
-
-/// An archive of version 5 whose files are stored as they are.
-QByteArray archiveOf(const QByteArray &entries) {
-    return QByteArray("Rar!\x1a\x07\x01\x00", 8) + block(number(1) + number(0) + number(0)) + entries +
-           block(number(5) + number(0) + number(0));
+    return rar::entry(name, isFolder ? 040755 : 0100644, contents);
 }
 
 } // namespace
@@ -127,7 +85,7 @@ private Q_SLOTS:
         const Path photos = extract(copy("photos.rar"));
         QCOMPARE(message(), QString());
         QCOMPARE(readFile(photos / "Photos/run.sh"), "#!/bin/sh\necho hi\n");
-        QCOMPARE(crc32(readFile(photos / "Photos/noise.bin")), 0x22A2F68FU);
+        QCOMPARE(rar::crcOf(readFile(photos / "Photos/noise.bin")), 0x22A2F68FU);
         QCOMPARE(readFile(photos / "Photos/été/日本.txt").size(), 6);
         extract(copy("locked.rar"));
         QVERIFY(!message().isEmpty());

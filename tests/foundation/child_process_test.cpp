@@ -1,6 +1,8 @@
 #include "archive/archive_error.h"
 #include "archive/shell.h"
+#include "foundation/confinement.h"
 #include "support/failure.h"
+#include "support/snapshot.h"
 #include "support/test_folder.h"
 
 #include <QElapsedTimer>
@@ -60,6 +62,26 @@ class ChildProcessTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void changesOnlyWhatItMay() {
+        if (!canConfineThreads()) {
+            QSKIP("this system cannot confine a tool");
+        }
+        const TestFolder folder;
+        folder.write("outside/kept", "as it was");
+        std::filesystem::create_directory(folder.path() / "inside");
+        const auto before = snapshot(folder.path() / "outside");
+        const Path tool = folder.writeTool(
+            "tool",
+            "cd inside && mkdir d && echo >a && mv a d && echo >b && ln b d && echo >/dev/null || exit\n"
+            "cd ../outside; mkdir new; echo >new; echo >kept; rm kept; mv kept ../inside;"
+            "ln kept ../inside; ln -s x new; mv ../inside/b .; mkfifo new; exit 0");
+        QCOMPARE(failure(shell(tool, {}, folder.path(), std::nullopt, {folder.path() / "inside"})),
+                 QString());
+        QCOMPARE(difference(before, snapshot(folder.path() / "outside")), QByteArray());
+        QCOMPARE(snapshot(folder.path() / "inside").size(), 5U);
+        folder.write("outside/kept", "this program itself still may");
+    }
+
     void passesEverythingOnExactly() {
         const TestFolder folder;
         const std::vector<std::string> args{"record",
