@@ -1,13 +1,11 @@
 // Creates and extracts large archives in every format whose tool is there, each in a process of its own, and
 // prints a line each: what came back, and how much memory this program took at most.
 
-#include "archive/archive_manager.h"
-#include "foundation/file_url.h"
 #include "foundation/remove_item.h"
+#include "support/operations.h"
 #include "support/test_folder.h"
 
 #include <QCoreApplication>
-#include <QCoro/QCoroCore>
 #include <QElapsedTimer>
 
 #include <cstdio>
@@ -79,28 +77,6 @@ struct Load {
     bool mayBeRefused = false; ///< some tools have limits of their own
 };
 
-struct Format {
-    const char *name;
-    ArchiveFormat format;
-    const char *archive;
-};
-
-std::vector<Format> formats() {
-    const Tools tools;
-    std::vector<Format> result{{"ZIP", ArchiveFormat::zip, "o.zip"},
-                               {"TAR.GZ", ArchiveFormat::tarGz, "o.tar.gz"}};
-    if (tools.findTool("7z")) {
-        result.push_back({"7-Zip", ArchiveFormat::sevenZ, "o.7z"});
-    }
-    if (tools.findTool("rar")) {
-        result.push_back({"RAR", ArchiveFormat::rar, "o.rar"});
-    }
-    if (std::filesystem::exists(tools.hdiutil)) {
-        result.push_back({"DMG", ArchiveFormat::dmg, "o.dmg"});
-    }
-    return result;
-}
-
 /// The loads, small ones or those of the `full` size, with their files.
 std::vector<Load> makeLoads(const TestFolder &folder, bool full) {
     std::vector<Load> loads;
@@ -154,19 +130,15 @@ struct Result {
     bool kept = false; ///< all came back, or where a tool has its limits, it said so
 };
 
-Result run(const TestFolder &folder, const Load &load, const Format &format) {
+Result run(const TestFolder &folder, const Load &load, const InstalledFormat &format) {
     const Path archive = folder.path() / "made" / format.archive;
     std::filesystem::create_directory(archive.parent_path());
-    std::vector<QUrl> urls;
-    for (const Path &item : load.items) {
-        urls.push_back(fileUrl(item));
-    }
     ArchiveManager manager;
     QElapsedTimer timer;
     timer.start();
-    QCoro::waitFor(manager.createArchive(urls, format.format, CompressionLevel::fast, fileUrl(archive)));
+    create(manager, load.items, archive, format.format, CompressionLevel::fast);
     if (!manager.statusIsError()) {
-        QCoro::waitFor(manager.extractArchive(fileUrl(archive), fileUrl(archive.parent_path())));
+        extract(manager, archive, archive.parent_path());
     }
     const double seconds = static_cast<double>(timer.elapsed()) / 1000;
     Result result{.peak = peak(RUSAGE_SELF), .peakOfTools = peak(RUSAGE_CHILDREN)};
@@ -186,7 +158,7 @@ Result run(const TestFolder &folder, const Load &load, const Format &format) {
 }
 
 /// In a process of its own, so that the peaks are those of this run.
-Result runApart(const TestFolder &folder, const Load &load, const Format &format) {
+Result runApart(const TestFolder &folder, const Load &load, const InstalledFormat &format) {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0) {
         return {};
@@ -218,7 +190,7 @@ int main(int argc, char **argv) {
     const std::vector<Load> loads = makeLoads(folder, full);
     std::printf("%-18s %-7s %12s %12s %9s\n", "", "", "program, MB", "tools, MB", "time");
     bool allKept = true;
-    for (const Format &format : formats()) {
+    for (const InstalledFormat &format : installedFormats()) {
         long least = 0;
         for (const Load &load : loads) {
             if (std::filesystem::space(folder.path()).available < static_cast<std::uintmax_t>(load.room)) {
