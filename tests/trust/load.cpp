@@ -1,5 +1,6 @@
 // Creates and extracts large archives in every format whose tool is there, each in a process of its own, and
-// prints a line each: what came back, and how much memory this program took at most.
+// prints a line each: what came back, and how much memory this program took at most. Arguments: --long for
+// the full size, and the names of formats if not all are wanted.
 
 #include "foundation/remove_item.h"
 #include "support/operations.h"
@@ -185,12 +186,16 @@ Result runApart(const TestFolder &folder, const Load &load, const InstalledForma
 } // namespace
 
 int main(int argc, char **argv) {
-    const bool full = argc > 1 && std::string_view(argv[1]) == "--long";
+    const std::vector<std::string_view> words(argv + 1, argv + argc);
+    const bool full = !words.empty() && words.front() == "--long";
     const TestFolder folder;
     const std::vector<Load> loads = makeLoads(folder, full);
     std::printf("%-18s %-7s %12s %12s %9s\n", "", "", "program, MB", "tools, MB", "time");
     bool allKept = true;
     for (const InstalledFormat &format : installedFormats()) {
+        if (words.size() > (full ? 1U : 0U) && std::ranges::find(words, format.name) == words.end()) {
+            continue;
+        }
         long least = 0;
         for (const Load &load : loads) {
             if (std::filesystem::space(folder.path()).available < static_cast<std::uintmax_t>(load.room)) {
