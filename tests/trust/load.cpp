@@ -22,9 +22,9 @@ namespace {
 
 constexpr off_t megabyte = 1 << 20;
 
-/// How much more memory a load may take than one small file does: buffers, and what belongs to the list.
+/// How much more memory a load may take than one small file does: some, and some for each item dropped.
 constexpr long allowance = 8 * 1024; // KB
-constexpr long perEntry = 1;         // KB
+constexpr long perItem = 1;          // KB
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool isInstrumented = true; // and takes memory of its own
 #else
@@ -73,7 +73,6 @@ Contents contentsOf(const std::vector<Path> &items) {
 struct Load {
     const char *name;
     std::vector<Path> items;
-    int entries = 1;
     off_t room = 0;            ///< on the disk for one format, in bytes
     bool mayBeRefused = false; ///< some tools have limits of their own
 };
@@ -88,24 +87,24 @@ std::vector<Load> makeLoads(const TestFolder &folder, bool full) {
     for (int i = 0; i < many; ++i) {
         folder.write(Path("in") / std::to_string(i % 100) / std::to_string(i), someText(1000, i));
     }
-    loads.push_back({full ? "100,000 files" : "2,000 files", {folder.path() / "in"}, many, many * 20'000L});
+    loads.push_back({full ? "100,000 files" : "2,000 files", {folder.path() / "in"}, many * 20'000L});
 
     const off_t size = full ? 20'480 * megabyte : 200 * megabyte;
     const Path sparse = folder.write("sparse", "begin");
     std::filesystem::resize_file(sparse, static_cast<std::uintmax_t>(size) - 3);
     std::ofstream(sparse, std::ios::app) << "end";
-    loads.push_back({full ? "20 GB, sparse" : "200 MB, sparse", {sparse}, 1, size + size / 10});
+    loads.push_back({full ? "20 GB, sparse" : "200 MB, sparse", {sparse}, size + size / 10});
 
     std::string deep = "deep";
     while (folder.path().native().size() + deep.size() < 3'870) {
         deep += "/one folder in another";
     }
-    deep.resize(3'900 - folder.path().native().size() - sizeof "/f" - 1, 'x');
+    deep.resize(3'900 - folder.path().native().size() - sizeof "/f", 'x');
     folder.write(deep + "/f", "at the bottom");
-    loads.push_back({"3,900 bytes deep", {folder.path() / "deep"}, 170, 0, true});
+    loads.push_back({"3,900 bytes deep", {folder.path() / "deep"}, 0, true});
 
-    Load items{full ? "4,000 items" : "500 items", {}, full ? 4'000 : 500};
-    for (int i = 0; i < items.entries; ++i) { // every two of the same name
+    Load items{full ? "4,000 items" : "500 items", {}};
+    for (int i = 0; i < (full ? 4'000 : 500); ++i) { // every two of the same name
         items.items.push_back(folder.write(
             Path("items") / std::to_string(i % 2) / (std::to_string(i / 2) + ".txt"), someText(1000, i)));
     }
@@ -205,7 +204,8 @@ int main(int argc, char **argv) {
             const Result result = runApart(folder, load, format);
             least = least == 0 ? result.peak : least;
             const bool inBounds =
-                isInstrumented || result.peak <= least + allowance + load.entries * perEntry;
+                isInstrumented ||
+                result.peak <= least + allowance + static_cast<long>(load.items.size()) * perItem;
             std::printf("%-18s %-7s %12.1f %12.1f %s%s%s\n", load.name, format.name,
                         static_cast<double>(result.peak) / 1024,
                         static_cast<double>(result.peakOfTools) / 1024, result.text.data(),
