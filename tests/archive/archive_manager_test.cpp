@@ -1,13 +1,11 @@
-#include "archive/archive_manager.h"
 #include "archive/shell.h"
 #include "archive/staging.h"
 #include "foundation/errors.h"
-#include "foundation/file_url.h"
 #include "support/failure.h"
+#include "support/operations.h"
 #include "support/snapshot.h"
 #include "support/test_folder.h"
 
-#include <QCoro/QCoroCore>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -17,23 +15,6 @@
 using namespace stowlark;
 
 namespace {
-
-std::vector<QUrl> urls(const std::vector<Path> &paths) {
-    std::vector<QUrl> result;
-    for (const Path &path : paths) {
-        result.push_back(fileUrl(path));
-    }
-    return result;
-}
-
-void create(ArchiveManager &manager, const std::vector<Path> &files, const Path &output,
-            ArchiveFormat format = ArchiveFormat::zip, CompressionLevel level = CompressionLevel::normal) {
-    QCoro::waitFor(manager.createArchive(urls(files), format, level, fileUrl(output)));
-}
-
-void extract(ArchiveManager &manager, const Path &archive, const Path &folder) {
-    QCoro::waitFor(manager.extractArchive(fileUrl(archive), fileUrl(folder)));
-}
 
 /// Every write of a published property, in order.
 class Journal {

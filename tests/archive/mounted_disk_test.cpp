@@ -77,6 +77,44 @@ private Q_SLOTS:
         ::umount(disk.c_str());
     }
 
+    /// With no room for what a tool says, it still does its work.
+    void worksWithAFullTemporaryFolder() {
+        const TestFolder folder;
+        const Path file = folder.write("small.txt", "small");
+        const Path output = folder.path() / "a.zip";
+        ArchiveManager manager;
+        const auto create = [&] {
+            QCoro::waitFor(manager.createArchive({fileUrl(file)}, ArchiveFormat::zip, CompressionLevel::fast,
+                                                 fileUrl(output)));
+            return manager.statusMessage();
+        };
+        const auto extract = [&](const Path &archive) {
+            QCoro::waitFor(manager.extractArchive(fileUrl(archive), fileUrl(folder.path() / "out")));
+            return !manager.statusIsError();
+        };
+        QCOMPARE(create(), u"Archive created: a.zip"_qs);
+        const Path kept = folder.path() / "kept.zip";
+        std::filesystem::rename(output, kept);
+        const Path temporary = folder.temporary();
+        QCOMPARE(::mount("tmpfs", temporary.c_str(), "tmpfs", 0, "size=64k"), 0);
+        folder.write("tmp/fill", QByteArray(100'000, 'x'));
+        QCOMPARE(create(),
+                 u"The file “small.txt” couldn’t be copied because there isn’t enough space on the disk."_qs);
+        QVERIFY(extract(kept));
+        QCOMPARE(readFile(folder.path() / "out/kept/small.txt"), "small");
+        QVERIFY(!extract(folder.write("damaged.zip", someText(5000))));
+        QCOMPARE(manager.statusMessage(), u"Archive creation failed."_qs);
+        QCOMPARE(folder.temporaryItems().size(), 2U);
+        ::umount(temporary.c_str());
+
+        QCOMPARE(::mount("tmpfs", temporary.c_str(), "tmpfs", 0, "nr_inodes=1"), 0); // for itself
+        QVERIFY(create().endsWith(u"couldn’t be created because there isn’t enough space on the disk."));
+        QVERIFY(!extract(kept));
+        QCOMPARE(manager.statusMessage(),
+                 u"The folder “tmp” couldn’t be opened because there isn’t enough space on the disk."_qs);
+        ::umount(temporary.c_str());
+    }
+
     /// It may be a writable one: removing the mount point would empty the user's image.
     void keepsAVolumeThatStaysMounted() {
         const TestFolder folder;

@@ -1,9 +1,7 @@
-#include "archive/archive_manager.h"
-#include "foundation/file_url.h"
+#include "support/operations.h"
 #include "support/snapshot.h"
 #include "support/test_folder.h"
 
-#include <QCoro/QCoroCore>
 #include <QTest>
 
 #include <chrono>
@@ -86,15 +84,10 @@ const Outcomes diskImageOutcomes{{".hidden", "is left out"},
 void addFormats() {
     QTest::addColumn<ArchiveFormat>("format");
     QTest::addColumn<QByteArray>("archive");
-    QTest::newRow("ZIP") << ArchiveFormat::zip << QByteArray("o.zip");
-    QTest::newRow("TAR.GZ") << ArchiveFormat::tarGz << QByteArray("o.tar.gz");
-    if (Tools().findTool("7z")) {
-        QTest::newRow("7-Zip") << ArchiveFormat::sevenZ << QByteArray("o.7z");
-    } else {
-        qInfo("7z is not installed: without 7-Zip");
-    }
-    if (std::filesystem::exists(Tools().hdiutil)) {
-        QTest::newRow("DMG") << ArchiveFormat::dmg << QByteArray("o.dmg");
+    for (const InstalledFormat &installed : installedFormats()) {
+        if (installed.format != ArchiveFormat::rar) {
+            QTest::newRow(installed.name) << installed.format << QByteArray::fromStdString(installed.archive);
+        }
     }
 }
 
@@ -214,12 +207,11 @@ private:
     static std::string outcome(const Path &item, ArchiveFormat format, const Path &archive,
                                SnapshotOptions options = {.times = false}) {
         ArchiveManager manager;
-        QCoro::waitFor(
-            manager.createArchive({fileUrl(item)}, format, CompressionLevel::fast, fileUrl(archive)));
+        create(manager, {item}, archive, format, CompressionLevel::fast);
         if (manager.statusIsError()) {
             return "create fails";
         }
-        QCoro::waitFor(manager.extractArchive(fileUrl(archive), fileUrl(archive.parent_path() / "out")));
+        extract(manager, archive, archive.parent_path() / "out");
         if (manager.statusIsError()) {
             return "extract fails";
         }

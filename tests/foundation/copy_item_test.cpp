@@ -2,6 +2,7 @@
 #include "foundation/remove_item.h"
 #include "foundation/worker.h"
 #include "support/failure.h"
+#include "support/ordinary_user.h"
 #include "support/snapshot.h"
 #include "support/test_folder.h"
 
@@ -21,25 +22,6 @@
 using namespace stowlark;
 
 namespace {
-
-/// While it lives, this process has no more rights than an ordinary user.
-class OrdinaryUser {
-public:
-    OrdinaryUser()
-        : wasRoot_(::geteuid() == 0) {
-        if (wasRoot_ && ::seteuid(65534) != 0) {
-            qFatal("seteuid");
-        }
-    }
-    ~OrdinaryUser() {
-        if (wasRoot_ && ::seteuid(0) != 0) {
-            qFatal("seteuid");
-        }
-    }
-
-private:
-    bool wasRoot_;
-};
 
 void setTimes(const Path &item, long seconds, long nanoseconds) {
     const std::array<timespec, 2> times{timespec{seconds, 1}, timespec{seconds, nanoseconds}};

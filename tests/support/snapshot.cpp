@@ -44,13 +44,18 @@ std::string describe(const Path &item, const struct stat &info, SnapshotOptions 
     if (!S_ISLNK(info.st_mode)) {
         text << " mode " << std::oct << (info.st_mode & 07777) << std::dec;
     }
-    if (options.times) {
 #ifdef __APPLE__
-        const timespec time = info.st_mtimespec;
+    const timespec time = info.st_mtimespec;
+    const timespec change = info.st_ctimespec;
 #else
-        const timespec time = info.st_mtim;
+    const timespec time = info.st_mtim;
+    const timespec change = info.st_ctim;
 #endif
+    if (options.times) {
         text << " time " << time.tv_sec << '.' << time.tv_nsec;
+    }
+    if (options.changes) {
+        text << " changed " << change.tv_sec << '.' << change.tv_nsec;
     }
     if (options.blocks && S_ISREG(info.st_mode)) {
         text << " blocks " << info.st_blocks;

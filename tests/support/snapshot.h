@@ -11,8 +11,9 @@
 namespace stowlark {
 
 struct SnapshotOptions {
-    bool times = true;   ///< modification times to the nanosecond, of folders too
-    bool blocks = false; ///< space used on the disk
+    bool times = true;    ///< modification times to the nanosecond, of folders too
+    bool blocks = false;  ///< space used on the disk
+    bool changes = false; ///< times of the last change of anything, also of a mode or another time
 };
 
 /// All that a folder holds, by path relative to it ("." is itself): kind, contents, targets of links, and

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "archive/archive_manager.h"
+#include "foundation/file_url.h"
+
+#include <QCoro/QCoroCore>
+
+namespace stowlark {
+
+struct InstalledFormat {
+    const char *name;
+    ArchiveFormat format;
+    std::string archive; ///< a name for one
+};
+
+/// The formats whose tools are there to create and extract.
+inline std::vector<InstalledFormat> installedFormats() {
+    const Tools tools;
+    std::vector<InstalledFormat> formats{{"ZIP", ArchiveFormat::zip, "o.zip"},
+                                         {"TAR.GZ", ArchiveFormat::tarGz, "o.tar.gz"}};
+    if (tools.findTool("7z")) {
+        formats.push_back({"7-Zip", ArchiveFormat::sevenZ, "o.7z"});
+    }
+    if (tools.findTool("rar")) {
+        formats.push_back({"RAR", ArchiveFormat::rar, "o.rar"});
+    }
+    if (std::filesystem::exists(tools.hdiutil)) {
+        formats.push_back({"DMG", ArchiveFormat::dmg, "o.dmg"});
+    }
+    return formats;
+}
+
+inline std::vector<QUrl> urls(const std::vector<Path> &paths) {
+    std::vector<QUrl> result;
+    for (const Path &path : paths) {
+        result.push_back(fileUrl(path));
+    }
+    return result;
+}
+
+inline void create(ArchiveManager &manager, const std::vector<Path> &files, const Path &output,
+                   ArchiveFormat format = ArchiveFormat::zip,
+                   CompressionLevel level = CompressionLevel::normal) {
+    QCoro::waitFor(manager.createArchive(urls(files), format, level, fileUrl(output)));
+}
+
+inline void extract(ArchiveManager &manager, const Path &archive, const Path &folder) {
+    QCoro::waitFor(manager.extractArchive(fileUrl(archive), fileUrl(folder)));
+}
+
+} // namespace stowlark
