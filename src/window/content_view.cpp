@@ -4,6 +4,7 @@
 #include "foundation/site.h"
 #include "window/file_display.h"
 #include "window/long_text.h"
+#include "window/output_name.h"
 #include "window/uri_list.h"
 
 #include <algorithm>
@@ -16,18 +17,6 @@ template <typename Enumeration>
 QStringList labels() {
     const auto &all = RawValues<Enumeration>::labels;
     return {all.begin(), all.end()};
-}
-
-/// Without the spaces and tabs (not line breaks) at both ends.
-QString trimmedBlanks(QStringView text) {
-    const auto isBlank = [](QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; };
-    while (!text.isEmpty() && isBlank(text.front())) {
-        text = text.mid(1);
-    }
-    while (!text.isEmpty() && isBlank(text.back())) {
-        text.chop(1);
-    }
-    return text.toString();
 }
 
 QString fileExtension(ArchiveFormat format) {
@@ -153,10 +142,7 @@ QString ContentView::releaseHeadline() const {
 }
 
 QUrl ContentView::outputURL() const {
-    const bool isBlank = trimmedBlanks(archiveName_).isEmpty();
-    QString base = isBlank ? QStringLiteral("archive") : archiveName_;
-    base.replace(u'/', u':'); // one component, as file managers of macOS store it
-    return fileUrl(path(outputDir_) / (base + extensionLabel()).toStdString());
+    return fileUrl(path(outputDir_) / outputName(archiveName_, fileExtension(format_)).toStdString());
 }
 
 QString ContentView::extensionLabel() const {
@@ -168,7 +154,7 @@ QString ContentView::toolWarning() const {
 }
 
 bool ContentView::createDisabled() const {
-    return files_.count() == 0 || files_.isAdding() || trimmedBlanks(archiveName_).isEmpty();
+    return files_.count() == 0 || files_.isAdding() || isBlank(archiveName_);
 }
 
 void ContentView::takeRelease() {
