@@ -63,7 +63,8 @@ private:
             const std::string path = folder.path + name;
             listed_ += path.size();
             if (listed_ > longestList) {
-                throw ImageError(QStringLiteral("The disk image holds too many items, or too deep in folders."));
+                throw ImageError(
+                    QStringLiteral("The disk image holds too many items, or too deep in folders."));
             }
             made_.push_back(item.isFolder ? path + '/' : path);
             if (item.isFolder) {

@@ -5,8 +5,8 @@
 namespace stowlark {
 
 bool isBlank(QStringView text) {
-    return std::ranges::all_of(
-        text, [](QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; });
+    return std::ranges::all_of(text,
+                               [](QChar c) { return c == u'\t' || c.category() == QChar::Separator_Space; });
 }
 
 QString outputName(const QString &typed, const QString &extension) {
