@@ -13,6 +13,7 @@ constexpr std::uint8_t compressedByFileSystem = 0x20; ///< among the owner's fla
 constexpr std::uint32_t hardLink = 0x686C6E6B;        ///< hlnk
 constexpr std::uint32_t folderLink = 0x66647270;      ///< fdrp
 constexpr std::size_t pieceSize = 1 << 20;            ///< bytes
+constexpr std::uint64_t mostStretches = 1 << 26;      ///< of all files; only files that overlap have more
 
 const std::u16string linkedContentsFolder = std::u16string(4, u'\0') + u"HFS+ Private Data";
 const std::u16string linkedFoldersFolder = u".HFS+ Private Directory Data\r";
@@ -189,8 +190,8 @@ const std::vector<HfsReader::Item> &HfsReader::children(std::uint32_t folder) co
     return found == items_.end() ? none : found->second;
 }
 
-/// Calls `use` for each stretch of a file that is stored: where it is on the disk and in the file, its
-/// length.
+/// Calls `use` for each stretch of a file: where it is on the disk and in the file, its length, and whether
+/// it is stored.
 template <typename Use>
 void HfsReader::forEachStretch(const Item &file, Use use) const {
     std::uint64_t offset = 0;
@@ -198,11 +199,9 @@ void HfsReader::forEachStretch(const Item &file, Use use) const {
         std::uint64_t at = diskOffset(extent);
         std::uint64_t left = std::min(extent.count * blockSize_, file.size - offset);
         while (left > 0) {
-            std::uint64_t count = std::min(image_.zerosAt(at), left);
-            if (count == 0) {
-                count = std::min<std::uint64_t>(left, pieceSize);
-                use(at, offset, count);
-            }
+            const std::uint64_t zeros = std::min(image_.zerosAt(at), left);
+            const std::uint64_t count = zeros > 0 ? zeros : std::min<std::uint64_t>(left, pieceSize);
+            use(at, offset, count, zeros == 0);
             at += count;
             offset += count;
             left -= count;
@@ -212,17 +211,26 @@ void HfsReader::forEachStretch(const Item &file, Use use) const {
 
 void HfsReader::readContents(const Item &file, const Data &data) {
     Bytes piece(std::min<std::uint64_t>(file.size, pieceSize));
-    forEachStretch(file, [&](std::uint64_t at, std::uint64_t offset, std::uint64_t count) {
-        image_.read(at, std::span(piece).first(count));
-        data(offset, ByteSpan(piece).first(count));
+    forEachStretch(file, [&](std::uint64_t at, std::uint64_t offset, std::uint64_t count, bool isStored) {
+        if (isStored) {
+            image_.read(at, std::span(piece).first(count));
+            data(offset, ByteSpan(piece).first(count));
+        }
     });
 }
 
 std::uint64_t HfsReader::storedBytes() const {
     std::uint64_t total = 0;
+    std::uint64_t stretches = 0;
+    const auto add = [&](std::uint64_t, std::uint64_t, std::uint64_t count, bool isStored) {
+        if (++stretches > mostStretches) {
+            throw ImageError::damaged();
+        }
+        total += isStored ? count : 0;
+    };
     for (const auto &[folder, items] : items_) {
         for (const Item &item : items) {
-            forEachStretch(item, [&](std::uint64_t, std::uint64_t, std::uint64_t count) { total += count; });
+            forEachStretch(item, add);
         }
     }
     return total;

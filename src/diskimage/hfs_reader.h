@@ -37,7 +37,8 @@ public:
     /// Of a hard link, what it stands for, under the link's name.
     const std::vector<Item> &children(std::uint32_t folder) const;
 
-    /// What the contents of all files come to, without those zeros that the image does not store.
+    /// What the contents of all files come to, without those zeros that the image does not store. Throws
+    /// ImageError for an image that would never end.
     std::uint64_t storedBytes() const;
 
     /// Calls `data` for the contents, front to back; what it leaves out are zeros.

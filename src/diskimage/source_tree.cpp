@@ -69,15 +69,6 @@ std::vector<Name> sortedNames(int folder, const Path &path) {
     return names;
 }
 
-/// The folder that holds an item, and its name there.
-std::pair<Descriptor, std::string> parentAndName(int root, const std::string &path) {
-    const auto slash = path.rfind('/');
-    if (slash == std::string::npos) {
-        return {openFolder(root, "."), path};
-    }
-    return {openFolderBelow(root, std::string_view(path).substr(0, slash)), path.substr(slash + 1)};
-}
-
 } // namespace
 
 SourceTree::SourceTree(const Path &folder)
@@ -105,14 +96,14 @@ SourceTree::SourceTree(const Path &folder)
 }
 
 Descriptor SourceTree::open(const VolumeItem &item) const {
-    const auto [parent, name] = parentAndName(opened_.get(), item.path);
+    const auto [parent, name] = openParentBelow(opened_.get(), item.path);
     // Not blocking, should a FIFO have taken the file's place.
     return Descriptor(
         parent ? ::openat(parent.get(), name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC) : -1);
 }
 
 std::string SourceTree::linkTarget(const VolumeItem &item) const {
-    const auto [parent, name] = parentAndName(opened_.get(), item.path);
+    const auto [parent, name] = openParentBelow(opened_.get(), item.path);
     std::string target(PATH_MAX, '\0');
     const ssize_t length =
         parent ? ::readlinkat(parent.get(), name.c_str(), target.data(), target.size()) : -1;

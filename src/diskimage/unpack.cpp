@@ -20,6 +20,8 @@ namespace {
 
 using Action = PlatformError::Action;
 
+constexpr std::size_t longestList = 256 << 20; ///< bytes; paths of folders deep in each other add up
+
 /// Writes below one folder, following no link.
 class Unpacking {
 public:
@@ -59,6 +61,11 @@ private:
         for (const HfsReader::Item &item : volume_.children(folder.id)) {
             const std::string name = fileName(item.name);
             const std::string path = folder.path + name;
+            listed_ += path.size();
+            if (listed_ > longestList) {
+                throw ImageError(
+                    QStringLiteral("The disk image holds too many items, or too deep in folders."));
+            }
             made_.push_back(item.isFolder ? path + '/' : path);
             if (item.isFolder) {
                 check(::mkdirat(opened.get(), name.c_str(), 0700), path);
@@ -136,6 +143,7 @@ private:
     std::vector<Folder> folders_; ///< each after the one that holds it
     std::set<std::uint32_t> seen_;
     AttachedItems made_;
+    std::size_t listed_ = 0; ///< bytes of their paths
 };
 
 /// The one partition that holds a volume known here.

@@ -175,13 +175,13 @@ private:
     void readFolderAt(const std::string &relative) {
         auto folder = std::make_shared<OpenFolder>();
         folder->relative = relative;
-        folder->from = openFolder(source_.get(), relative.c_str());
+        folder->from = openFolderBelow(source_.get(), relative);
         std::vector<FolderEntry> entries;
         const int error = folder->from ? readFolder(folder->from.get(), entries) : errno;
         if (error != 0) {
             throw PlatformError(Action::open, sourcePath(relative), error);
         }
-        folder->to = openFolder(target_.get(), relative.c_str());
+        folder->to = openFolderBelow(target_.get(), relative);
         if (!folder->to) {
             throw PlatformError(Action::copy, sourcePath(relative), errno);
         }
@@ -218,12 +218,12 @@ private:
     }
 
     void finishFolder(const std::string &relative) const {
-        const Descriptor from = openFolder(source_.get(), relative.c_str());
+        const Descriptor from = openFolderBelow(source_.get(), relative);
         struct stat info {};
         if (!from || ::fstat(from.get(), &info) != 0) {
             throw PlatformError(Action::open, sourcePath(relative), errno);
         }
-        const Descriptor to = openFolder(target_.get(), relative.c_str());
+        const Descriptor to = openFolderBelow(target_.get(), relative);
         const int error = to ? copyFolderMetadata(from.get(), info, to.get()) : errno;
         if (error != 0) {
             throw PlatformError(Action::copy, sourcePath(relative), error);

@@ -10,9 +10,36 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#ifdef __linux__
+#include <linux/openat2.h>
+#include <sys/syscall.h>
+#endif
 #include <unistd.h>
 
 namespace stowlark {
+namespace {
+
+/// `path` is relative and shorter than PATH_MAX.
+Descriptor openWithoutLinks(int folder, const std::string &path) {
+#ifdef __linux__
+    open_how how{};
+    how.flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+    how.resolve = RESOLVE_NO_SYMLINKS;
+    const long fd = ::syscall(SYS_openat2, folder, path.c_str(), &how, sizeof how);
+    if (fd >= 0 || (errno != ENOSYS && errno != EPERM)) { // old systems, and filters that do not know it
+        return Descriptor(static_cast<int>(fd));
+    }
+#endif
+    Descriptor reached = openFolder(folder, ".");
+    for (const Path &name : Path(path)) {
+        if (reached && !name.empty()) {
+            reached = openFolder(reached.get(), name.c_str());
+        }
+    }
+    return reached;
+}
+
+} // namespace
 
 Descriptor::~Descriptor() {
     if (fd_ >= 0) {
@@ -41,13 +68,21 @@ Descriptor openFolderBelow(int folder, std::string_view path) {
     Descriptor reached;
     while (path.size() >= PATH_MAX) {
         const auto slash = path.rfind('/', PATH_MAX - 1);
-        reached = openFolder(reached ? reached.get() : folder, std::string(path.substr(0, slash)).c_str());
+        reached = openWithoutLinks(reached ? reached.get() : folder, std::string(path.substr(0, slash)));
         if (!reached) {
             return reached;
         }
         path.remove_prefix(slash + 1);
     }
-    return openFolder(reached ? reached.get() : folder, std::string(path).c_str());
+    return openWithoutLinks(reached ? reached.get() : folder, std::string(path));
+}
+
+std::pair<Descriptor, std::string> openParentBelow(int folder, std::string_view path) {
+    const auto slash = path.rfind('/');
+    if (slash == std::string_view::npos) {
+        return {openFolder(folder, "."), std::string(path)};
+    }
+    return {openFolderBelow(folder, path.substr(0, slash)), std::string(path.substr(slash + 1))};
 }
 
 int readFolder(int folder, std::vector<FolderEntry> &entries) {

@@ -39,8 +39,12 @@ Descriptor openFolder(int folder, const char *name);
 /// The same, after it has let this user write to the folder if that was not so.
 Descriptor openFolderToChange(int folder, const char *name);
 
-/// Opens the folder `path`, relative to `folder`, also where that is longer than the system takes at once.
+/// Opens the folder `path`, relative to `folder`, also where that is longer than the system takes at once. No
+/// component is followed if it is a link, as another user may put one in a folder's place.
 Descriptor openFolderBelow(int folder, std::string_view path);
+
+/// The folder that holds the item `path`, opened so, and the item's name there.
+std::pair<Descriptor, std::string> openParentBelow(int folder, std::string_view path);
 
 struct FolderEntry {
     std::string name;

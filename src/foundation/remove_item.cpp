@@ -33,12 +33,9 @@ public:
         addFolder(".");
         jobs_.run([this](const std::string &relative) { removeFiles(relative); });
         for (auto at = folders_.rbegin(); at != folders_.rend(); ++at) {
-            const std::string &relative = *at;
-            const bool isRoot = relative == ".";
-            const int result =
-                isRoot ? ::rmdir(path_.c_str()) : ::unlinkat(root_.get(), relative.c_str(), AT_REMOVEDIR);
-            if (result != 0 && errno != ENOENT) {
-                throw PlatformError(PlatformError::Action::remove, isRoot ? path_ : path_ / relative, errno);
+            const bool isRoot = *at == ".";
+            if ((isRoot ? ::rmdir(path_.c_str()) : removeFolder(*at)) != 0 && errno != ENOENT) {
+                throw PlatformError(PlatformError::Action::remove, isRoot ? path_ : path_ / *at, errno);
             }
         }
     }
@@ -59,7 +56,8 @@ private:
 
     void removeFiles(const std::string &relative) {
         const Path path = relative == "." ? path_ : path_ / relative;
-        const Descriptor folder = openToChange(root_.get(), relative.c_str());
+        const auto [parent, name] = openParentBelow(root_.get(), relative);
+        const Descriptor folder = parent ? openToChange(parent.get(), name.c_str()) : Descriptor();
         std::vector<FolderEntry> entries;
         const int error = folder ? readFolder(folder.get(), entries) : errno;
         if (error != 0) {
@@ -72,6 +70,11 @@ private:
                 throw PlatformError(PlatformError::Action::remove, path / entry.name, errno);
             }
         }
+    }
+
+    int removeFolder(const std::string &relative) const {
+        const auto [parent, name] = openParentBelow(root_.get(), relative);
+        return parent ? ::unlinkat(parent.get(), name.c_str(), AT_REMOVEDIR) : -1;
     }
 
     Path path_;

@@ -1,4 +1,5 @@
 #include "foundation/copy_item.h"
+#include "foundation/descriptor.h"
 #include "foundation/remove_item.h"
 #include "foundation/worker.h"
 #include "support/failure.h"
@@ -92,6 +93,42 @@ private Q_SLOTS:
                  QByteArray());
         removeItem(folder.path() / "copy");
         QVERIFY(!std::filesystem::exists(folder.path() / "copy"));
+    }
+
+    void reachesLongerPathsThanTheSystemTakes() {
+        const TestFolder folder;
+        std::filesystem::create_directory(folder.path() / "deep");
+        Descriptor at = openFolder(AT_FDCWD, (folder.path() / "deep").c_str());
+        std::string path;
+        for (int i = 0; i < 30; ++i) {
+            const std::string name(200, 'd');
+            QCOMPARE(::mkdirat(at.get(), name.c_str(), 0755), 0);
+            at = openFolder(at.get(), name.c_str());
+            path += (i > 0 ? "/" : "") + name;
+        }
+        const Descriptor file(::openat(at.get(), "file", O_CREAT | O_WRONLY | O_CLOEXEC, 0644));
+        QVERIFY(file);
+        copyItem(folder.path() / "deep", folder.path() / "copy");
+        const Descriptor copy = openFolder(AT_FDCWD, (folder.path() / "copy").c_str());
+        const Descriptor inner = openFolderBelow(copy.get(), path);
+        QCOMPARE(::faccessat(inner.get(), "file", F_OK, 0), 0);
+        removeItem(folder.path() / "copy");
+        QVERIFY(removeOwnFolder(folder.path() / "deep"));
+        QVERIFY(!std::filesystem::exists(folder.path() / "copy"));
+    }
+
+    void followsNoLinkInAFoldersPlace() {
+        const TestFolder folder;
+        folder.write("tree/a/b/file", "x");
+        std::filesystem::create_directory_symlink("a", folder.path() / "tree/link");
+        const Descriptor tree = openFolder(AT_FDCWD, (folder.path() / "tree").c_str());
+        QVERIFY(openFolderBelow(tree.get(), "a/b"));
+        QVERIFY(openFolderBelow(tree.get(), "a/b/"));
+        for (const char *path : {"link", "link/b", "link/"}) {
+            QVERIFY2(!openFolderBelow(tree.get(), path), path);
+        }
+        QVERIFY(!openParentBelow(tree.get(), "link/b/file").first);
+        QCOMPARE(openParentBelow(tree.get(), "link").second, std::string("link"));
     }
 
     void refusesWhatIsNoFile() {
