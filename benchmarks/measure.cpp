@@ -31,7 +31,7 @@ double median(std::vector<double> values) {
 } // namespace
 
 void printHeadings() {
-    std::printf("%-28s %12s %12s %8s %8s\n", "", "Stowlark", "bare tool", "ratio", "limit");
+    std::printf("%-32s %12s %12s %8s %8s\n", "", "Stowlark", "bare tool", "ratio", "limit");
     std::fflush(stdout);
 }
 
@@ -48,7 +48,7 @@ void measure(const Row &row, int samples) {
     const double ours = median(stowlark);
     const double theirs = median(bare);
     const double ratio = ours / theirs;
-    std::printf("%-28s %9.4f %s %9.4f %s %8.3f %8.3f  %s\n", row.name.c_str(), ours, row.unit, theirs,
+    std::printf("%-32s %9.4f %s %9.4f %s %8.3f %8.3f  %s\n", row.name.c_str(), ours, row.unit, theirs,
                 row.unit, ratio, row.limit, verdict(ratio, row.limit));
     std::fflush(stdout);
 }

@@ -14,13 +14,14 @@ namespace {
 constexpr int patience = 30'000; // in ms
 constexpr int turn = 100;        // in ms: how long an interruption may go unnoticed
 
-QProcessEnvironment environment(const Path &home) {
+QProcessEnvironment environment(const QString &renderer, const Path &home) {
     QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
     const QString folder = QFile::decodeName(home.c_str());
     result.insert(QStringLiteral("HOME"), folder);
     for (const char *variable : {"XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME"}) {
         result.insert(QLatin1String(variable), folder + u'/' + QLatin1String(variable));
     }
+    result.insert(QStringLiteral("QT_QUICK_BACKEND"), renderer);
     // Qt's own line for each frame: nothing in the program has to tell.
     result.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("qt.scenegraph.time.renderloop=true"));
     result.insert(QStringLiteral("QT_FORCE_STDERR_LOGGING"), QStringLiteral("1"));
@@ -29,9 +30,9 @@ QProcessEnvironment environment(const Path &home) {
 
 } // namespace
 
-StartedProgram::StartedProgram(const QString &name, const Path &home) {
+StartedProgram::StartedProgram(const QString &name, const QString &renderer, const Path &home) {
     process_.setProcessChannelMode(QProcess::MergedChannels);
-    process_.setProcessEnvironment(environment(home));
+    process_.setProcessEnvironment(environment(renderer, home));
     process_.setStandardInputFile(QProcess::nullDevice());
     process_.start(QCoreApplication::applicationDirPath() + u'/' + name, QStringList());
 }

@@ -10,8 +10,9 @@ namespace stowlark {
 /// not do in time what is waited for.
 class StartedProgram {
 public:
-    /// Runs what lies in this program's folder under that name. `home` is kept from one run to the next.
-    StartedProgram(const QString &name, const Path &home);
+    /// Runs what lies in this program's folder under that name. `renderer` is a Qt Quick back end, empty for
+    /// the one that Qt chooses; `home` is kept from one run to the next.
+    StartedProgram(const QString &name, const QString &renderer, const Path &home);
     ~StartedProgram();
     StartedProgram(const StartedProgram &) = delete;
     StartedProgram &operator=(const StartedProgram &) = delete;

@@ -49,6 +49,7 @@ private Q_SLOTS:
     void nothingClipsOrOverlaps() {
         QFETCH(const QSize, size);
         QFETCH(const AppMode, mode);
+        const TestFolder folder; // where what fails leaves its copies
         const std::string longest(255, 'W');
         Path deep = "/";
         for (int i = 0; i < 15; ++i) {
