@@ -12,7 +12,7 @@ namespace stowlark {
 namespace {
 
 /// Compares by what the file system says, not by names: they may differ in case, or lead through links or
-/// mounts.
+/// mounts. An item that is a link to the output counts too: its target would be gone.
 class Output {
 public:
     explicit Output(const struct stat &info)
@@ -25,8 +25,10 @@ public:
 private:
     bool isAt(const Path &item) const {
         struct stat info {};
-        return ::lstat(item.c_str(), &info) == 0 && info.st_dev == info_.st_dev &&
-               info.st_ino == info_.st_ino;
+        const auto isIt = [&](int result) {
+            return result == 0 && info.st_dev == info_.st_dev && info.st_ino == info_.st_ino;
+        };
+        return isIt(::lstat(item.c_str(), &info)) || isIt(::stat(item.c_str(), &info));
     }
 
     bool holdsFolder(const Path &folder) {

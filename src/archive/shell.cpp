@@ -22,7 +22,7 @@ QCoro::Task<> shell(Path tool, std::vector<std::string> args, std::optional<Path
     Command command{.tool = std::move(tool),
                     .arguments = std::move(args),
                     .workingDirectory = std::move(cwd),
-                    .environment = std::move(env),
+                    .environment = std::move(env).value_or(std::map<std::string, std::string>()),
                     .writableFolders = std::move(writableFolders)};
     const ChildEnd end = co_await runChild(std::move(command));
     if (!end.succeeded) {

@@ -62,6 +62,9 @@ void NewFile::flush() {
 
 void NewFile::commit(Existing existing) {
     flush();
+    if (::fsync(file_.get()) != 0) { // a file server may tell only now that its disk is full
+        throw PlatformError(PlatformError::Action::write, path_, errno);
+    }
     if (!hasName_) {
         const std::string self = "/proc/self/fd/" + std::to_string(file_.get());
         if (::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, sibling_.c_str(), AT_SYMLINK_FOLLOW) != 0) {

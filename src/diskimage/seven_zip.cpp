@@ -42,9 +42,12 @@ QString run(const Path &tool, std::vector<std::string> arguments, const Path &im
     // Names mean themselves, not patterns. That is also why the folder to unpack into is the working one.
     arguments.insert(arguments.end(), {"-spd", image.native()});
     const Descriptor output = unlinkedTemporaryFile(O_APPEND);
-    const bool succeeded = runChildInto(
-        {.tool = tool, .arguments = std::move(arguments), .workingDirectory = folder}, output.get());
-    QString text = QString::fromUtf8(wholeContents(output.get())).trimmed();
+    const bool succeeded = runChildInto({.tool = tool,
+                                         .arguments = std::move(arguments),
+                                         .workingDirectory = folder,
+                                         .writableFolders = {folder}},
+                                        output.get());
+    QString text = QString::fromUtf8(shownContents(output.get())).trimmed();
     if (!succeeded) {
         static const QRegularExpression emptyLines(QStringLiteral("\n\\s*\n"));
         throw ImageError(QStringLiteral("The disk image “%1” couldn’t be unpacked. 7z says:\n%2")
@@ -134,7 +137,8 @@ void unpackPartitions(const Path &tool, const Path &folder) {
     static const QRegularExpression volumeName(QStringLiteral("^\\d+\\.(.*\\.)?(hfs|hfsx|apfs)$"));
     std::vector<std::string> volumes;
     for (std::string &name : namesIn(folder)) {
-        if (!isFolder(folder / name) && volumeName.match(displayText(name)).hasMatch()) {
+        if (std::filesystem::is_regular_file(std::filesystem::symlink_status(folder / name)) &&
+            volumeName.match(displayText(name)).hasMatch()) {
             volumes.push_back(std::move(name));
         } else {
             removeItem(folder / name);

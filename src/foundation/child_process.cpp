@@ -6,6 +6,7 @@
 #include "foundation/temporary_file.h"
 #include "foundation/worker.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <exception>
@@ -74,11 +75,32 @@ std::vector<char *> pointers(std::vector<std::string> &strings) {
     return result;
 }
 
-std::vector<std::string> mergedEnvironment(const std::map<std::string, std::string> &additions) {
+/// A child may work in a folder with items of others, of which none may be taken for a tool that it looks
+/// for.
+std::string withoutRelativeFolders(std::string_view searchPath) {
+    std::string result;
+    while (!searchPath.empty()) {
+        const std::string_view folder = searchPath.substr(0, searchPath.find(':'));
+        searchPath.remove_prefix(std::min(folder.size() + 1, searchPath.size()));
+        if (folder.starts_with('/')) {
+            result.append(result.empty() ? 0 : 1, ':').append(folder);
+        }
+    }
+    return result.empty() ? "/usr/bin:/bin" : result;
+}
+
+std::vector<std::string> environmentWith(const std::map<std::string, std::string> &additions) {
+    constexpr std::string_view searchPath = "PATH=";
     std::vector<std::string> result;
     for (char **entry = environ; *entry != nullptr; ++entry) {
         const std::string_view variable = *entry;
-        if (!additions.contains(std::string(variable.substr(0, variable.find('='))))) {
+        if (additions.contains(std::string(variable.substr(0, variable.find('='))))) {
+            continue;
+        }
+        if (variable.starts_with(searchPath)) {
+            result.push_back(std::string(searchPath) +
+                             withoutRelativeFolders(variable.substr(searchPath.size())));
+        } else {
             result.emplace_back(variable);
         }
     }
@@ -108,18 +130,12 @@ pid_t launch(const Command &command, int output) {
 
     std::vector<std::string> arguments{command.tool.native()};
     arguments.insert(arguments.end(), command.arguments.begin(), command.arguments.end());
-    std::vector<std::string> variables;
-    std::vector<char *> environment;
-    if (command.environment) {
-        variables = mergedEnvironment(*command.environment);
-        environment = pointers(variables);
-    }
+    std::vector<std::string> variables = environmentWith(command.environment);
 
     const SpawnAttributes attributes;
     pid_t child = -1;
-    const int error =
-        ::posix_spawn(&child, command.tool.c_str(), actions.get(), attributes.get(),
-                      pointers(arguments).data(), command.environment ? environment.data() : environ);
+    const int error = ::posix_spawn(&child, command.tool.c_str(), actions.get(), attributes.get(),
+                                    pointers(arguments).data(), pointers(variables).data());
     if (error != 0) {
         if (command.workingDirectory && ::access(command.workingDirectory->c_str(), X_OK) != 0) {
             throw PlatformError(PlatformError::Action::openFolder, *command.workingDirectory, errno);
@@ -169,7 +185,7 @@ QCoro::Task<ChildEnd> runChild(Command command) {
         ChildEnd end;
         end.succeeded = waitForSuccess(child);
         if (!end.succeeded) {
-            end.output = wholeContents(file);
+            end.output = shownContents(file);
         }
         return end;
     };

@@ -17,17 +17,18 @@ namespace stowlark {
 struct Command {
     Path tool; ///< absolute
     std::vector<std::string> arguments{};
-    std::optional<Path> workingDirectory{}; ///< none: this program's
-    std::optional<std::map<std::string, std::string>>
-        environment{}; ///< added to this program's, replacing its values
-    /// If there are any: where alone the child can change files, in so far as the system can see to that.
+    std::optional<Path> workingDirectory{};           ///< none: this program's
+    std::map<std::string, std::string> environment{}; ///< added to this program's, replacing its values
+    /// If there are any: below which alone the child can make, write, move and remove files, in so far as the
+    /// system can see to that.
     std::vector<Path> writableFolders{};
 };
 
 /// How a child ended.
 struct ChildEnd {
     bool succeeded = false; ///< it exited, with status 0
-    QByteArray output{};    ///< standard output and error, interleaved as written; empty if it succeeded
+    QByteArray output{};    ///< standard output and error, interleaved as written, shortened in the middle if
+                            ///< huge; empty if it succeeded
 };
 
 /// Runs a child to its end, suspending the awaiting coroutine. There is no time-out and no way to cancel.

@@ -9,8 +9,9 @@ namespace stowlark {
 /// Whether the system can see to what follows.
 bool canConfineThreads();
 
-/// From now on this thread, and the children that it starts, can change files only below these folders, and
-/// nobody can take that back. Where the system cannot see to that, nothing changes.
+/// From now on this thread, and the children that it starts, can make, write, move and remove files only
+/// below these folders, and nobody can take that back; modes, owners and times of others they still can
+/// change. Where the system cannot see to that, nothing changes.
 void confineThread(const std::vector<Path> &folders);
 
 } // namespace stowlark

@@ -3,6 +3,7 @@
 #include "foundation/errors.h"
 #include "foundation/file_url.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 
@@ -11,6 +12,39 @@
 #include <unistd.h>
 
 namespace stowlark {
+namespace {
+
+constexpr off_t shownHalf = 3 << 20; // bytes
+
+off_t sizeOf(int file) {
+    struct stat info {};
+    return ::fstat(file, &info) == 0 ? info.st_size : 0;
+}
+
+QByteArray contents(int file, off_t from, off_t size) {
+    QByteArray bytes(static_cast<qsizetype>(size), Qt::Uninitialized);
+    qsizetype length = 0;
+    while (length < bytes.size()) {
+        const ssize_t count = ::pread(file, bytes.data() + length,
+                                      static_cast<std::size_t>(bytes.size() - length), from + length);
+        if (count < 0 && errno == EINTR) {
+            continue;
+        }
+        if (count <= 0) {
+            break;
+        }
+        length += count;
+    }
+    bytes.truncate(length);
+    return bytes;
+}
+
+/// In UTF-8.
+bool continuesCharacter(char byte) {
+    return (byte & 0xC0) == 0x80;
+}
+
+} // namespace
 
 Descriptor unlinkedTemporaryFile(int flags) {
     std::string name = (temporaryDirectory() / "stowlark-XXXXXX").native();
@@ -25,25 +59,23 @@ Descriptor unlinkedTemporaryFile(int flags) {
 }
 
 QByteArray wholeContents(int file) {
-    struct stat info {};
-    if (::fstat(file, &info) != 0) {
-        return {};
+    return contents(file, 0, sizeOf(file));
+}
+
+QByteArray shownContents(int file) {
+    const off_t size = sizeOf(file);
+    if (size <= 2 * shownHalf) {
+        return wholeContents(file);
     }
-    QByteArray bytes(static_cast<qsizetype>(info.st_size), Qt::Uninitialized);
-    qsizetype length = 0;
-    while (length < bytes.size()) {
-        const ssize_t count =
-            ::pread(file, bytes.data() + length, static_cast<std::size_t>(bytes.size() - length), length);
-        if (count < 0 && errno == EINTR) {
-            continue;
-        }
-        if (count <= 0) {
-            break;
-        }
-        length += count;
+    QByteArray begin = contents(file, 0, shownHalf);
+    while (continuesCharacter(begin.back())) {
+        begin.chop(1);
     }
-    bytes.truncate(length);
-    return bytes;
+    begin.chop(1); // the first byte of a character
+    QByteArray end = contents(file, size - shownHalf, shownHalf);
+    const auto whole = std::ranges::find_if_not(end, continuesCharacter);
+    end.remove(0, whole - end.begin());
+    return begin + "\n…\n" + end;
 }
 
 } // namespace stowlark

@@ -13,4 +13,8 @@ Descriptor unlinkedTemporaryFile(int flags = 0);
 /// All that an open file holds, wherever its position is; cut short where it cannot be read.
 QByteArray wholeContents(int file);
 
+/// The same, of a text that may be huge: of more than 6 MB the first and the last 3, with "…" on a line
+/// between them. No character of UTF-8 is cut.
+QByteArray shownContents(int file);
+
 } // namespace stowlark

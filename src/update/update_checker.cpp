@@ -69,7 +69,7 @@ void UpdateChecker::openDownload() const {
         return;
     }
     const QUrl url(available_->downloadURL, QUrl::StrictMode);
-    if (url.isValid() && !url.isRelative()) {
+    if (url.isValid() && (url.scheme() == u"https" || url.scheme() == u"http")) { // for a browser alone
         settings_.openURL(url);
     }
 }

@@ -129,6 +129,24 @@ private Q_SLOTS:
         QCOMPARE(send(in), std::string("comes back"));
     }
 
+    /// Names of archives, and of folders, which a tool may take for patterns of what lies beside them.
+    void comeBackFromArchivesNamedLikePatterns_data() { addFormats(); }
+    void comeBackFromArchivesNamedLikePatterns() {
+        QFETCH(ArchiveFormat, format);
+        QFETCH(QByteArray, archive);
+        const TestFolder folder;
+        const Path in = folder.write("in/file", "contents").parent_path();
+        const Path at = folder.path() / "d*[1]?";
+        std::filesystem::create_directories(at);
+        std::filesystem::create_directory(folder.path() / "dx1y");
+        for (const std::string name : {"ab", "a", "a*", "a?", "[a]", "\\[a]", "@[*", "-*"}) {
+            QCOMPARE(name + ' ' + outcome(in, format, at / (name + archive.toStdString().substr(1))),
+                     name + " comes back");
+            folder.write("in/file", "contents of the next after " + QByteArray::fromStdString(name));
+        }
+        QVERIFY(std::filesystem::is_empty(folder.path() / "dx1y"));
+    }
+
     /// But 7z lets the owner write to every folder.
     void comeBackWithModesAndTimes_data() { addFormats(); }
     void comeBackWithModesAndTimes() {

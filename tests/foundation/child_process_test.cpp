@@ -117,6 +117,14 @@ private Q_SLOTS:
         QCOMPARE(plain.environment, own);
         QCOMPARE(plain.folder.toStdString(), std::filesystem::current_path().native());
         qunsetenv("GZIP");
+
+        // A dropped item named like a tool is none.
+        const QByteArray usual = qgetenv("PATH");
+        folder.writeTool("ls", "echo dropped; exit 1");
+        qputenv("PATH", ".::" + usual + "::x");
+        const QString said = failure(shell("/bin/sh", {"-c", "ls >&2; exit 2"}, folder.path()));
+        qputenv("PATH", usual);
+        QVERIFY2(said.contains(u"record") && !said.contains(u"dropped"), qPrintable(said));
     }
 
     void givesTheChildNothingElse() {

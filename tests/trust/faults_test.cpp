@@ -4,6 +4,7 @@
 #include "support/test_folder.h"
 
 #include <QTest>
+#include <QTimer>
 
 #include <atomic>
 #include <csignal>
@@ -151,17 +152,26 @@ private Q_SLOTS:
         const QByteArray removeFirst = "rm -rf '" + QByteArray::fromStdString(folder.path().native()) + "/";
         const Path losesOutput = folder.writeTool("1", removeFirst + "out'; exec zip \"$@\"");
         const Path losesStage = folder.writeTool("2", removeFirst + "tmp'; exec zip \"$@\"");
-        const Path losesBoth = folder.writeTool("3", removeFirst + "out'; exec unzip \"$@\"");
+        const Path waits = folder.writeTool("3", ": >\"$4/started\"; while [ -e \"$4\" ]; do sleep 0.01; "
+                                                 "done; exec unzip \"$@\"");
         for (const Path &tool : {losesOutput, losesStage}) {
             ArchiveManager manager({.zip = tool});
             create(manager, {in}, folder.path() / "out/o.zip");
             QVERIFY(manager.statusIsError() && manager.statusMessage().contains(u"zip"));
         }
-        ArchiveManager manager({.unzip = losesBoth});
+        ArchiveManager manager({.unzip = waits});
         create(manager, {in}, folder.path() / "o.zip"); // the temporary folder is made again
         QVERIFY2(!manager.statusIsError(), qPrintable(manager.statusMessage()));
+        QTimer remover;
+        QObject::connect(&remover, &QTimer::timeout, [&folder] {
+            if (std::filesystem::exists(folder.path() / "out/put/o/started")) {
+                std::filesystem::remove_all(folder.path() / "out");
+            }
+        });
+        remover.start(10);
         extract(manager, folder.path() / "o.zip", folder.path() / "out/put");
-        QVERIFY(manager.statusIsError() && manager.statusMessage().contains(u"out/put"));
+        QVERIFY2(manager.statusIsError() && manager.statusMessage().contains(u"out/put"),
+                 qPrintable(manager.statusMessage()));
         QCOMPARE(folder.temporaryItems().size(), 0U);
         QCOMPARE(difference(before, snapshot(in)), QByteArray());
     }

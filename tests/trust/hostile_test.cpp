@@ -109,7 +109,7 @@ private Q_SLOTS:
         std::filesystem::create_directories(watched() / "cwd");
         std::filesystem::create_directories(watched() / "archives");
         std::filesystem::current_path(watched() / "cwd");
-        kinds_ = hostileKinds(watched(), isLong_ ? 100'000 : 20'000);
+        kinds_ = hostileKinds(watched(), isLong_ ? 100'000 : 5'000);
     }
 
     void staysInItsFolder_data() {
