@@ -12,6 +12,9 @@ target_compile_definitions(stowlark_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 set(STOWLARK_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion $<$<BOOL:${STOWLARK_WERROR}>:-Werror>)
+if(CMAKE_UNITY_BUILD) # GCC 12 takes what is local to an included source for shared
+    list(APPEND STOWLARK_WARNINGS $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
 if(STOWLARK_SANITIZE)
     target_compile_options(stowlark_options INTERFACE -fsanitize=${STOWLARK_SANITIZE} -fno-omit-frame-pointer)
     # With its sanitizers GCC 12 warns wrongly of values in std::optional.
@@ -39,8 +42,6 @@ endfunction()
 function(stowlark_qml_room name)
     cmake_parse_arguments(room "" "" "SOURCES;QML;RESOURCES;LINKS" ${ARGN})
     string(TOLOWER ${name} library)
-    # On our sources alone: what Qt generates from the QML does not pass.
-    set_source_files_properties(${room_SOURCES} PROPERTIES COMPILE_OPTIONS "${STOWLARK_WARNINGS}")
     if(STOWLARK_SANITIZE) # what Qt generates from the QML takes long to build and is not what is looked at
         set(uncompiled NO_CACHEGEN)
     endif()
@@ -58,4 +59,7 @@ function(stowlark_qml_room name)
         RESOURCES ${room_RESOURCES})
     target_include_directories(stowlark_${library} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(stowlark_${library} PUBLIC ${room_LINKS} PRIVATE stowlark_options)
+    set(warnings ${STOWLARK_WARNINGS})
+    list(REMOVE_ITEM warnings -Wshadow) # which what Qt generates from the QML does not pass
+    target_compile_options(stowlark_${library} PRIVATE ${warnings})
 endfunction()

@@ -28,8 +28,11 @@ std::string patternFor(const Path &archive) {
     }
     std::string pattern = parentFolder(archive).native() + '/';
     for (const char c : name) {
-        pattern +=
-            c == '*' || c == '?' || c == '[' ? std::string{'[', c, ']'} : std::string(c == '\\', c) + c;
+        if (c == '*' || c == '?' || c == '[') {
+            pattern.append({'[', c, ']'});
+        } else {
+            pattern.append(c == '\\' ? 2 : 1, c);
+        }
     }
     return pattern;
 }

@@ -25,8 +25,8 @@ struct Choices {
     QList<QUrl> revealed{};
     QList<QUrl> opened{};
     QString copied{};
-    bool waits = false; ///< choosers of folders wait until `decision` is renamed
-    QObject decision{};
+    bool waits = false; ///< choosers of folders wait until `decision` shows something
+    AppState decision{};
     Desktop desktop() {
         return {.chooseFilesAndFolders = [this](QUrl begin) -> QCoro::Task<QList<QUrl>> {
                     begins += begin;
@@ -39,7 +39,7 @@ struct Choices {
                 .chooseFolder = [this](QUrl begin) -> QCoro::Task<std::optional<QUrl>> {
                     begins += begin;
                     if (waits) {
-                        co_await qCoro(&decision, &QObject::objectNameChanged);
+                        co_await qCoro(&decision, &AppState::showHelpChanged);
                     }
                     co_return std::optional(folder);
                 },
@@ -198,7 +198,7 @@ private Q_SLOTS:
         view.chooseSaveDir();
         view.browseFiles();
         QCOMPARE(choices.begins.size(), 1);
-        choices.decision.setObjectName(u"decided"_qs);
+        choices.decision.setShowHelp(true);
         QTRY_COMPARE(view.outputDir(), fileUrl("/first"));
         view.chooseSaveDir();
         QCOMPARE(choices.begins, (QList{desktopURL(), fileUrl("/first")}));
