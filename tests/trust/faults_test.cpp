@@ -88,10 +88,9 @@ private Q_SLOTS:
                                                   u"o.zip: No space left on device"_qs),
                                         std::pair("echo adding; kill -SEGV $$", u"adding"_qs),
                                         std::pair("kill -KILL $$", u"Archive creation failed."_qs)}) {
-            const Path tool =
-                folder.writeTool("tool", QByteArray("for file in \"$@\"; do case $file in *.zip) echo half "
-                                                    ">\"$file\";; esac; done\n") +
-                                             end);
+            const Path tool = folder.writeTool(
+                "tool",
+                "case $1 in -o) echo half >\"$4/half\";; *) echo half >\"$3\";; esac\n" + QByteArray(end));
             ArchiveManager manager({.zip = tool, .unzip = tool});
             create(manager, {in}, output);
             QCOMPARE(manager.statusMessage(), said);
