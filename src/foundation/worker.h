@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QCoro/QCoroFuture>
+#include <QCoro/QCoroSignal>
 #include <QCoro/QCoroTask>
 
+#include <QFutureWatcher>
 #include <QThread>
 #include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
@@ -26,8 +27,8 @@ inline QThreadPool &workers() {
     return pool;
 }
 
-/// Runs `work` on a worker thread while the awaiting coroutine is suspended; resumes it on the thread that
-/// awaits, with the result or the exception of `work`.
+/// Runs `work` on a worker thread while the awaiting coroutine is suspended; resumes it in a later turn of
+/// the event loop of the thread that awaits, with the result or the exception of `work`.
 template <typename Work>
 QCoro::Task<std::invoke_result_t<Work>> onWorker(Work work) {
     using Result = std::invoke_result_t<Work>;
@@ -44,7 +45,9 @@ QCoro::Task<std::invoke_result_t<Work>> onWorker(Work work) {
             failure = std::current_exception();
         }
     });
-    co_await finished;
+    QFutureWatcher<void> watcher; // which tells in a later turn of the event loop, however soon it is over
+    watcher.setFuture(finished);
+    co_await qCoro(&watcher, &QFutureWatcher<void>::finished);
     if (failure) {
         std::rethrow_exception(failure);
     }

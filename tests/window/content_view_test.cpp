@@ -202,6 +202,9 @@ private Q_SLOTS:
         QTRY_COMPARE(view.outputDir(), fileUrl("/first"));
         view.chooseSaveDir();
         QCOMPARE(choices.begins, (QList{desktopURL(), fileUrl("/first")}));
+        QSignalSpy chosen(&view, &ContentView::outputDirChanged);
+        choices.decision.setShowHelp(true);
+        QTRY_COMPARE(chosen.size(), 1);
     }
 
     void showsWhatIsReadLater() {
