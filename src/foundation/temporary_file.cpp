@@ -3,7 +3,6 @@
 #include "foundation/errors.h"
 #include "foundation/file_url.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 
@@ -15,6 +14,7 @@ namespace stowlark {
 namespace {
 
 constexpr off_t shownHalf = 3 << 20; // bytes
+constexpr int longestRest = 3;       // bytes of a character after its first
 
 off_t sizeOf(int file) {
     struct stat info {};
@@ -68,13 +68,14 @@ QByteArray shownContents(int file) {
         return wholeContents(file);
     }
     QByteArray begin = contents(file, 0, shownHalf);
-    while (continuesCharacter(begin.back())) {
+    QByteArray end = contents(file, size - shownHalf, shownHalf);
+    for (int i = 0; i < longestRest && begin.size() > 1 && continuesCharacter(begin.back()); ++i) {
         begin.chop(1);
     }
     begin.chop(1); // the first byte of a character
-    QByteArray end = contents(file, size - shownHalf, shownHalf);
-    const auto whole = std::ranges::find_if_not(end, continuesCharacter);
-    end.remove(0, whole - end.begin());
+    for (int i = 0; i < longestRest && !end.isEmpty() && continuesCharacter(end.front()); ++i) {
+        end.remove(0, 1);
+    }
     return begin + "\n…\n" + end;
 }
 

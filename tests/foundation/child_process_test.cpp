@@ -184,6 +184,8 @@ private Q_SLOTS:
         const QString huge = run("/bin/sh", {"-c", "yes öäüß | head -c 20000000; exit 1"});
         QVERIFY(huge.size() < 6 << 20 && huge.startsWith(u"öäüß\n"));
         QVERIFY(huge.contains(u"ö\n…\n") && !huge.contains(QChar::ReplacementCharacter));
+        QCOMPARE(run("/bin/sh", {"-c", "head -c 7000000 /dev/zero | tr '\\0' '\\200'; exit 1"}),
+                 u"Archive creation failed."_qs);
     }
 
     void keepsTheEventLoopTurning() {
