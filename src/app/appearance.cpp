@@ -4,6 +4,13 @@
 #include <QPalette>
 
 namespace stowlark {
+
+#ifdef Q_OS_MACOS // where there always is a desktop
+
+void applyAppearance() {}
+
+#else
+
 namespace {
 
 QPalette darkPalette() {
@@ -22,11 +29,11 @@ QPalette darkPalette() {
 } // namespace
 
 void applyAppearance() {
-#ifndef Q_OS_MACOS
     if (qEnvironmentVariableIsEmpty("XDG_CURRENT_DESKTOP")) {
         QGuiApplication::setPalette(darkPalette());
     }
-#endif
 }
+
+#endif
 
 } // namespace stowlark

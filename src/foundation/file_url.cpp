@@ -1,6 +1,7 @@
 #include "foundation/file_url.h"
 
 #ifdef Q_OS_MACOS
+#include <array>
 #include <climits>
 
 #include <unistd.h>
@@ -38,9 +39,9 @@ Path temporaryDirectory() {
     QByteArray folder = qgetenv("TMPDIR");
 #ifdef Q_OS_MACOS
     if (!folder.startsWith('/')) {
-        folder.resize(PATH_MAX);
-        folder.truncate(
-            qstrnlen(folder.data(), ::confstr(_CS_DARWIN_USER_TEMP_DIR, folder.data(), PATH_MAX)));
+        std::array<char, PATH_MAX> ofUser{};
+        ::confstr(_CS_DARWIN_USER_TEMP_DIR, ofUser.data(), ofUser.size());
+        folder = ofUser.data();
     }
 #endif
     while (folder.size() > 1 && folder.endsWith('/')) {

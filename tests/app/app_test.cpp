@@ -10,6 +10,7 @@
 #include <QFileOpenEvent>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -42,13 +43,13 @@ private Q_SLOTS:
         AppDelegate delegate(updater, window.handOver());
         QVERIFY(delegate.applicationOpenFile("/no such.zip"));
         QVERIFY(delegate.applicationOpenFile("/b\xFF.txt"));
-        QFileOpenEvent event(QUrl(u"file:///last.zip"_qs));
+        QFileOpenEvent event(QUrl(u"file:///last.zip"_s));
         QVERIFY(QCoreApplication::sendEvent(QCoreApplication::instance(), &event));
         QCoreApplication::processEvents();
         QVERIFY(window.files.isEmpty());
         QTRY_COMPARE(window.files.size(), 3);
         QCOMPARE(window.files,
-                 (QStringList{u"file:///no%20such.zip"_qs, u"file:///b%FF.txt"_qs, u"file:///last.zip"_qs}));
+                 (QStringList{u"file:///no%20such.zip"_s, u"file:///b%FF.txt"_s, u"file:///last.zip"_s}));
     }
 
     void checksForUpdatesAfterLaunch() {
@@ -72,16 +73,16 @@ private Q_SLOTS:
         ServiceHandler handler(window.handOver());
         for (const QStringList &none :
              {QStringList(),
-              {u"text"_qs, u"/tmp/x.zip"_qs, QString(), u"file:"_qs, u"http://x.example/x.zip"_qs},
-              QStringList(10'000, u"file://elsewhere.example/x.zip"_qs)}) {
+              {u"text"_s, u"/tmp/x.zip"_s, QString(), u"file:"_s, u"http://x.example/x.zip"_s},
+              QStringList(10'000, u"file://elsewhere.example/x.zip"_s)}) {
             handler.extractFiles(none);
             QCoreApplication::processEvents();
             QVERIFY(window.files.isEmpty());
         }
-        handler.extractFiles({u"text"_qs, u"file:///a%FF%20b.zip"_qs, u"file:///second.zip"_qs});
+        handler.extractFiles({u"text"_s, u"file:///a%FF%20b.zip"_s, u"file:///second.zip"_s});
         QVERIFY(window.files.isEmpty());
         QCoreApplication::processEvents();
-        QCOMPARE(window.files, QStringList{u"file:///a%FF%20b.zip"_qs});
+        QCOMPARE(window.files, QStringList{u"file:///a%FF%20b.zip"_s});
     }
 
     void readsTheCommandLine() {
@@ -92,7 +93,7 @@ private Q_SLOTS:
         QCOMPARE(asked({}).kind, Kind::activate);
         QCOMPARE(asked({"--gapplication-service"}).kind, Kind::activate);
         QCOMPARE(asked({"http://x.example/x.zip", ""}).kind, Kind::activate);
-        QCOMPARE(asked({"--extract"}).action, u"extract"_qs);
+        QCOMPARE(asked({"--extract"}).action, u"extract"_s);
         const auto at = [&](const char *name) {
             return QString::fromLatin1(fileUrl(folder.path() / name).toEncoded());
         };
@@ -102,10 +103,10 @@ private Q_SLOTS:
         QCOMPARE(open.uris[0], at("\xFF\xC3\xA4 %20.zip"));
         QCOMPARE(open.uris[1], at("link/x"));
         QCOMPARE(open.uris[2], QString::fromLatin1(fileUrl(folder.path().parent_path() / "x").toEncoded()));
-        QCOMPARE(open.uris.mid(3), (QStringList{u"file:///y%FF"_qs, at("--extract")}));
+        QCOMPARE(open.uris.mid(3), (QStringList{u"file:///y%FF"_s, at("--extract")}));
         const Invocation service = asked({"--extract-files", "/a", "/b"});
         QCOMPARE(service.kind, Kind::extractFiles);
-        QCOMPARE(service.uris.first(), u"file:///a"_qs);
+        QCOMPARE(service.uris.first(), u"file:///a"_s);
     }
 
     void commandsRaiseFlags() {
@@ -119,8 +120,8 @@ private Q_SLOTS:
         QVERIFY(state.showHelp() && !state.showAbout());
         commands.visit()->trigger();
         QCOMPARE(visits, 1);
-        QCOMPARE(commands.checkForUpdates()->label(), u"Check for Updates\u2026"_qs);
-        QCOMPARE(commands.visit()->label(), u"Visit "_qs + siteName());
+        QCOMPARE(commands.checkForUpdates()->label(), u"Check for Updates\u2026"_s);
+        QCOMPARE(commands.visit()->label(), u"Visit "_s + siteName());
     }
 
     void quitsBetweenOperations_data() {

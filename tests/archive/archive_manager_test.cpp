@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -80,10 +81,10 @@ public:
         for (const QByteArray &part : parts) {
             line += part.startsWith("GZIP=") ? ' ' + part : QByteArray();
         }
-        const QRegularExpression stage(u"\\*/tmp/Crateloom-[0-9A-F-]{36}"_qs);
+        const QRegularExpression stage(u"\\*/tmp/Crateloom-[0-9A-F-]{36}"_s);
         return QString::fromUtf8(line)
-            .replace(QString::fromStdString(folder_.path().native()), u"*"_qs)
-            .replace(stage, u"@"_qs);
+            .replace(QString::fromStdString(folder_.path().native()), u"*"_s)
+            .replace(stage, u"@"_s);
     }
 
 private:
@@ -162,15 +163,15 @@ private Q_SLOTS:
             for (const CompressionLevel level : allCases<CompressionLevel>()) {
                 create(manager, {file}, folder.path() / writer.output, writer.format, level);
                 QCOMPARE(recorder.told(), QString::fromLatin1(writer.line)
-                                              .replace(u"%1"_qs, levels[static_cast<int>(level)])
-                                              .replace(u"%2"_qs, output == u"disk" ? output : u"my.disk"_qs)
-                                              .replace(u"%3"_qs, output));
+                                              .replace(u"%1"_s, levels[static_cast<int>(level)])
+                                              .replace(u"%2"_s, output == u"disk" ? output : u"my.disk"_s)
+                                              .replace(u"%3"_s, output));
             }
         }
-        for (const auto &[archive, line] : {std::pair("some.zip", u"unzip: -o|*/some.zip|-d|*/some"_qs),
-                                            std::pair("other.TGZ", u"tar: -xf|*/other.TGZ|-C|*/other"_qs),
-                                            std::pair("a.7z", u"7z: x|*/a.7z|-o*/a|-y"_qs),
-                                            std::pair("b.rar", u"unrar: x|-o+|*/b.rar|*/b/"_qs)}) {
+        for (const auto &[archive, line] : {std::pair("some.zip", u"unzip: -o|*/some.zip|-d|*/some"_s),
+                                            std::pair("other.TGZ", u"tar: -xf|*/other.TGZ|-C|*/other"_s),
+                                            std::pair("a.7z", u"7z: x|*/a.7z|-o*/a|-y"_s),
+                                            std::pair("b.rar", u"unrar: x|-o+|*/b.rar|*/b/"_s)}) {
             extract(manager, folder.path() / archive, folder.path());
             QCOMPARE(recorder.told(), line);
         }
@@ -184,26 +185,26 @@ private Q_SLOTS:
         recorder.uninstall("7z");
         recorder.uninstall("unrar");
         create(manager, {file}, folder.path() / "o.7z", ArchiveFormat::sevenZ);
-        QCOMPARE(recorder.told(), u"7za in @: a|-t7z|-mx=5|*/o.7z|a"_qs);
+        QCOMPARE(recorder.told(), u"7za in @: a|-t7z|-mx=5|*/o.7z|a"_s);
         extract(manager, folder.path() / "x.7z", folder.path());
-        QCOMPARE(recorder.told(), u"7za: x|*/x.7z|-o*/x|-y"_qs);
+        QCOMPARE(recorder.told(), u"7za: x|*/x.7z|-o*/x|-y"_s);
         extract(manager, folder.path() / "y.rar", folder.path());
-        QCOMPARE(recorder.told(), u"rar: x|-o+|*/y.rar|*/y/"_qs);
+        QCOMPARE(recorder.told(), u"rar: x|-o+|*/y.rar|*/y/"_s);
 
         recorder.uninstall("7za");
         recorder.uninstall("rar");
         extract(manager, folder.path() / "none.7z", folder.path());
-        COMPARE_FAILURE(manager, u"'7z' not found. Install it with: brew install p7zip"_qs);
+        COMPARE_FAILURE(manager, u"'7z' not found. Install it with: brew install p7zip"_s);
         QVERIFY(std::filesystem::is_empty(folder.path() / "none"));
         extract(manager, folder.path() / "none.rar", folder.path());
-        COMPARE_FAILURE(manager, u"'unrar' not found. Install it with: brew install rar"_qs);
+        COMPARE_FAILURE(manager, u"'unrar' not found. Install it with: brew install rar"_s);
         QVERIFY(std::filesystem::is_empty(folder.path() / "none_1"));
         create(manager, {file}, folder.write("old.7z", ""), ArchiveFormat::sevenZ);
-        COMPARE_FAILURE(manager, u"'7z' not found. Install it with: brew install p7zip"_qs);
+        COMPARE_FAILURE(manager, u"'7z' not found. Install it with: brew install p7zip"_s);
         QVERIFY(!std::filesystem::exists(folder.path() / "old.7z"));
         folder.writeTool("bin/unrar", "exit 0"); // it cannot create
         create(manager, {file}, folder.path() / "o.rar", ArchiveFormat::rar);
-        COMPARE_FAILURE(manager, u"'rar' not found. Install it with: brew install rar"_qs);
+        COMPARE_FAILURE(manager, u"'rar' not found. Install it with: brew install rar"_s);
         QCOMPARE(folder.temporaryItems().size(), 0U);
     }
 
@@ -225,7 +226,7 @@ private Q_SLOTS:
         QCOMPARE(
             names.join(u' '),
             u". .hidden .hidden_1 .hidden_2 Photos Photos_1 a a_1 a_2 archive.tar.gz archive.tar_1.gz "
-            "archive.tar_2.gz notes.txt notes_1.txt notes_1_1.txt notes_1_2.txt notes_2.txt notes_3.txt"_qs);
+            "archive.tar_2.gz notes.txt notes_1.txt notes_1_1.txt notes_1_2.txt notes_2.txt notes_3.txt"_s);
         struct stat info {};
         QVERIFY(::stat(stage.c_str(), &info) == 0 && (info.st_mode & 0777) == 0700);
     }
@@ -246,7 +247,7 @@ private Q_SLOTS:
 
         ArchiveManager failing({.zip = "/bin/false"});
         create(failing, {file}, folder.path() / "out.zip");
-        COMPARE_FAILURE(failing, u"Archive creation failed."_qs);
+        COMPARE_FAILURE(failing, u"Archive creation failed."_s);
         QVERIFY(!std::filesystem::exists(folder.path() / "out.zip"));
         QCOMPARE(folder.temporaryItems().size(), 0U);
     }
@@ -257,17 +258,17 @@ private Q_SLOTS:
         std::filesystem::create_directory_symlink("in", folder.path() / "alias");
         ArchiveManager manager;
         const QString reason =
-            u" couldn’t be removed because it is, or holds, one of the items to archive."_qs;
+            u" couldn’t be removed because it is, or holds, one of the items to archive."_s;
         create(manager, {file}, file);
-        COMPARE_FAILURE(manager, u"The file “a.zip”"_qs + reason);
+        COMPARE_FAILURE(manager, u"The file “a.zip”"_s + reason);
         create(manager, {file}, folder.path() / "alias/a.zip");
-        COMPARE_FAILURE(manager, u"The file “a.zip”"_qs + reason);
+        COMPARE_FAILURE(manager, u"The file “a.zip”"_s + reason);
         create(manager, {file}, folder.path() / "in");
-        COMPARE_FAILURE(manager, u"The folder “in”"_qs + reason);
+        COMPARE_FAILURE(manager, u"The folder “in”"_s + reason);
         QCOMPARE(readFile(file), "precious");
         std::filesystem::create_symlink("in/a.zip", folder.path() / "latest");
         create(manager, {folder.path() / "latest"}, file);
-        COMPARE_FAILURE(manager, u"The file “a.zip”"_qs + reason);
+        COMPARE_FAILURE(manager, u"The file “a.zip”"_s + reason);
         create(manager, {folder.path() / "in"}, folder.path() / "in/b.zip");
         QVERIFY2(!manager.statusIsError(), qPrintable(manager.statusMessage()));
     }
@@ -279,7 +280,7 @@ private Q_SLOTS:
         ArchiveManager manager;
         create(manager, {file, folder.path() / "vanished.txt"}, old);
         COMPARE_FAILURE(manager,
-                        u"The file “vanished.txt” couldn’t be opened because there is no such file."_qs);
+                        u"The file “vanished.txt” couldn’t be opened because there is no such file."_s);
         QVERIFY(!std::filesystem::exists(old));
         QCOMPARE(folder.temporaryItems("Crateloom-").size(), 1U);
         QCOMPARE(folder.temporaryItems().front().size(), 10U + 36U);
@@ -310,12 +311,12 @@ private Q_SLOTS:
         const auto message = [&](const Path &archive) {
             extract(manager, archive, output);
             return manager.isCreating() || !manager.statusIsError() || !manager.lastOutputURL().isEmpty()
-                       ? u"no failure"_qs
+                       ? u"no failure"_s
                        : manager.statusMessage();
         };
-        QCOMPARE(message(folder.write("data.tar.bz2", "x")), u"Unsupported format: .bz2"_qs);
-        QCOMPARE(message(folder.write("backup.tar", "x")), u"Unsupported format: .tar"_qs);
-        QCOMPARE(message(folder.write("README", "x")), u"Unsupported format: ."_qs);
+        QCOMPARE(message(folder.write("data.tar.bz2", "x")), u"Unsupported format: .bz2"_s);
+        QCOMPARE(message(folder.write("backup.tar", "x")), u"Unsupported format: .tar"_s);
+        QCOMPARE(message(folder.write("README", "x")), u"Unsupported format: ."_s);
         QVERIFY(message(folder.write("damaged.zip", someText(5000))).contains(u"End-of-central-directory"));
         QVERIFY(message(folder.write("notes.txt.gz", "plain")).contains(u"tar:"));
         QVERIFY(message(folder.path() / "gone.zip").contains(u"gone.zip"));
@@ -359,7 +360,7 @@ private Q_SLOTS:
         manager.clearStatus();
         QVERIFY(manager.isCreating() && manager.statusMessage().isEmpty());
         QCoro::waitFor(std::move(running));
-        COMPARE_FAILURE(manager, u"done"_qs);
+        COMPARE_FAILURE(manager, u"done"_s);
     }
 
     void mayDieWhileItRuns() {

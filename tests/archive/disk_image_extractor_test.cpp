@@ -8,6 +8,7 @@
 #include <QTest>
 #include <QTimer>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -63,7 +64,7 @@ private Q_SLOTS:
     void endsAtTheFirstItemThatFails() {
         const QByteArray more = "echo >a; echo >b; echo >c; mkfifo pipe; echo >d; echo >e; echo >f;";
         QCOMPARE(extract(fakeTool(*folder_, items + more, "exit 1")),
-                 u"The file “pipe” couldn’t be copied because it is a named pipe."_qs);
+                 u"The file “pipe” couldn’t be copied because it is a named pipe."_s);
         QStringList expected;
         for (const QByteArray &name : readFile(folder_->path() / "order").split('\n')) {
             if (name == "pipe") {
@@ -85,7 +86,7 @@ private Q_SLOTS:
     }
 
     void leavesTheMountPointOfWhatItCannotAttach() {
-        QCOMPARE(extract(fakeTool(*folder_, "echo no image; exit 1;", "")), u"no image"_qs);
+        QCOMPARE(extract(fakeTool(*folder_, "echo no image; exit 1;", "")), u"no image"_s);
         QCOMPARE(runs(), "attach */some image.dmg -mountpoint @ -nobrowse -quiet -noverify\n");
         QVERIFY(extract("/none/hdiutil").contains(u"hdiutil"));
         const auto left = folder_->temporaryItems("Crateloom-dmg-");
@@ -105,10 +106,10 @@ private:
 
     /// "*" is the test's folder, "@" the mount point.
     QByteArray runs() {
-        const QRegularExpression mountPoint(u"\\*/tmp/Crateloom-dmg-[0-9A-F-]{36}"_qs);
+        const QRegularExpression mountPoint(u"\\*/tmp/Crateloom-dmg-[0-9A-F-]{36}"_s);
         return QString::fromUtf8(readFile(folder_->path() / "runs"))
-            .replace(QString::fromStdString(folder_->path().native()), u"*"_qs)
-            .replace(mountPoint, u"@"_qs)
+            .replace(QString::fromStdString(folder_->path().native()), u"*"_s)
+            .replace(mountPoint, u"@"_s)
             .toUtf8();
     }
 

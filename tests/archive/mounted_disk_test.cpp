@@ -12,6 +12,7 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 /// Runs in a mount namespace of its own, in which what is mounted goes with the process.
@@ -68,7 +69,7 @@ private Q_SLOTS:
         // The copies do not fit; they stay.
         qputenv("TMPDIR", QByteArray::fromStdString(disk.native()));
         QCOMPARE(create(file, ArchiveFormat::zip, folder.path() / "a.zip"),
-                 u"The file “large.txt” couldn’t be copied because there isn’t enough space on the disk."_qs);
+                 u"The file “large.txt” couldn’t be copied because there isn’t enough space on the disk."_s);
         QVERIFY(manager.statusIsError() && !manager.isCreating());
         QCOMPARE(std::distance(std::filesystem::directory_iterator(disk), {}), 1);
         std::filesystem::remove_all(std::filesystem::directory_iterator(disk)->path());
@@ -92,18 +93,18 @@ private Q_SLOTS:
             QCoro::waitFor(manager.extractArchive(fileUrl(archive), fileUrl(folder.path() / "out")));
             return !manager.statusIsError();
         };
-        QCOMPARE(create(), u"Archive created: a.zip"_qs);
+        QCOMPARE(create(), u"Archive created: a.zip"_s);
         const Path kept = folder.path() / "kept.zip";
         std::filesystem::rename(output, kept);
         const Path temporary = folder.temporary();
         QCOMPARE(::mount("tmpfs", temporary.c_str(), "tmpfs", 0, "size=64k"), 0);
         folder.write("tmp/fill", QByteArray(100'000, 'x'));
         QCOMPARE(create(),
-                 u"The file “small.txt” couldn’t be copied because there isn’t enough space on the disk."_qs);
+                 u"The file “small.txt” couldn’t be copied because there isn’t enough space on the disk."_s);
         QVERIFY(extract(kept));
         QCOMPARE(readFile(folder.path() / "out/kept/small.txt"), "small");
         QVERIFY(!extract(folder.write("damaged.zip", someText(5000))));
-        QCOMPARE(manager.statusMessage(), u"Archive creation failed."_qs);
+        QCOMPARE(manager.statusMessage(), u"Archive creation failed."_s);
         QCOMPARE(folder.temporaryItems().size(), 2U);
         ::umount(temporary.c_str());
 
@@ -111,7 +112,7 @@ private Q_SLOTS:
         QVERIFY(create().endsWith(u"couldn’t be created because there isn’t enough space on the disk."));
         QVERIFY(!extract(kept));
         QCOMPARE(manager.statusMessage(),
-                 u"The folder “tmp” couldn’t be opened because there isn’t enough space on the disk."_qs);
+                 u"The folder “tmp” couldn’t be opened because there isn’t enough space on the disk."_s);
         ::umount(temporary.c_str());
     }
 

@@ -14,6 +14,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -367,25 +368,6 @@ private Q_SLOTS:
         QVERIFY(std::filesystem::is_empty(mountPoint));
     }
 
-    void readsAnImageMadeByMacos() {
-        const QString samples = qEnvironmentVariable("STOWLARK_SAMPLES", QStringLiteral(SAMPLES));
-        const Path image = samples.toStdString() + "/macos-made-udzo.dmg";
-        if (!std::filesystem::exists(image)) {
-            QSKIP("the sample images are not there");
-        }
-        const TestFolder folder;
-        const Path mountPoint = folder.path() / "mounted";
-        VERIFY_SUCCESS(attach(image, mountPoint));
-        QStringList lines;
-        for (const auto &[path, line] : attached(mountPoint)) {
-            lines += QString::fromStdString(path + ": " + line.substr(0, line.find(' ', 5)));
-        }
-        QCOMPARE(lines.join(u'\n'), u"a_directory: folder\na_directory/a_file: file 53\n"
-                                    "a_directory/a_resourcefork: file 0\na_directory/another_file: file 22\n"
-                                    "a_link: link a_directory/another_file\npasswords.txt: file 116"_qs);
-        VERIFY_SUCCESS(hdiutil({"detach", mountPoint.native()}));
-    }
-
     /// As HFS+ stores them: the contents in a folder of its own, and links that tell their number.
     void givesHardLinksTheirContents() {
         const TestFolder folder;
@@ -497,7 +479,7 @@ private:
         const auto find = [](const char *name) {
             const Path found = QStandardPaths::findExecutable(QString::fromLatin1(name),
                                                               qEnvironmentVariable("PATH").split(u':') +
-                                                                  QStringList{u"/sbin"_qs, u"/usr/sbin"_qs})
+                                                                  QStringList{u"/sbin"_s, u"/usr/sbin"_s})
                                    .toStdString();
             if (found.empty()) {
                 qInfo("%s is not installed: not checked with it", name);

@@ -23,6 +23,7 @@
 
 extern char **environ; // not declared on macOS
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -185,7 +186,7 @@ private Q_SLOTS:
         QVERIFY(huge.size() < 6 << 20 && huge.startsWith(u"öäüß\n"));
         QVERIFY(huge.contains(u"ö\n…\n") && !huge.contains(QChar::ReplacementCharacter));
         QCOMPARE(run("/bin/sh", {"-c", "head -c 7000000 /dev/zero | tr '\\0' '\\200'; exit 1"}),
-                 u"Archive creation failed."_qs);
+                 u"Archive creation failed."_s);
     }
 
     void keepsTheEventLoopTurning() {

@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -39,7 +40,7 @@ constexpr auto scene = R"(
 struct Sheets {
     QList<QUrl> opened{};
     AppState state{};
-    UpdateChecker updater{{.showAlert = {}, .openURL = {}, .version = u"7.8.9"_qs}};
+    UpdateChecker updater{{.showAlert = {}, .openURL = {}, .version = u"7.8.9"_s}};
     ContentView view{desktop(), {}, state, updater};
     QQmlEngine engine{};
     std::unique_ptr<QQuickWindow> window{};
@@ -51,7 +52,7 @@ struct Sheets {
         QQmlComponent component(&engine);
         component.setData(scene, {});
         item.reset(component.createWithInitialProperties(
-            {{u"view"_qs, QVariant::fromValue(&view)}, {u"state"_qs, QVariant::fromValue(&state)}}));
+            {{u"view"_s, QVariant::fromValue(&view)}, {u"state"_s, QVariant::fromValue(&state)}}));
         qobject_cast<QQuickItem *>(item.get())->setParentItem(window->contentItem());
         window->resize(580, 820);
     }
@@ -90,7 +91,7 @@ class InfoTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u"."_qs)); }
+    void init() { QTest::failOnWarning(QRegularExpression(u"."_s)); }
 
     void helpScrollsBetweenTitleAndFooter() {
         Sheets sheets;
@@ -99,21 +100,21 @@ private Q_SLOTS:
             sheets.state.setShowHelp(true);
             QTRY_VERIFY(sheets.sheet() != nullptr);
             QCOMPARE(sheets.sheet()->size(), QSizeF(400, 360));
-            QTRY_VERIFY(top(u"DMG"_qs) > top(u"Need more help?"_qs)); // all is laid out
-            const double first = top(u"How to use"_qs);
-            QVERIFY(first > inWindow(sheets.text(u"Stowlark Help"_qs)).bottom());
-            const double title = top(u"Stowlark Help"_qs);
-            const double footer = top(u"Need more help?"_qs);
+            QTRY_VERIFY(top(u"DMG"_s) > top(u"Need more help?"_s)); // all is laid out
+            const double first = top(u"How to use"_s);
+            QVERIFY(first > inWindow(sheets.text(u"Stowlark Help"_s)).bottom());
+            const double title = top(u"Stowlark Help"_s);
+            const double footer = top(u"Need more help?"_s);
             sheets.press(Qt::Key_Down);
-            QVERIFY(top(u"How to use"_qs) < first);
+            QVERIFY(top(u"How to use"_s) < first);
             sheets.press(Qt::Key_End);
-            QVERIFY(top(u"DMG"_qs) < footer);
-            QCOMPARE(top(u"Stowlark Help"_qs), title);
-            QCOMPARE(top(u"Need more help?"_qs), footer);
+            QVERIFY(top(u"DMG"_s) < footer);
+            QCOMPARE(top(u"Stowlark Help"_s), title);
+            QCOMPARE(top(u"Need more help?"_s), footer);
             sheets.press(Qt::Key_PageDown);
             sheets.press(Qt::Key_PageUp);
             sheets.press(Qt::Key_PageUp);
-            QCOMPARE(top(u"How to use"_qs), first);
+            QCOMPARE(top(u"How to use"_s), first);
             sheets.press(Qt::Key_End);
             sheets.press(Qt::Key_Escape);
             QTRY_VERIFY(!sheets.isOpen());
@@ -141,7 +142,7 @@ private Q_SLOTS:
         sheets.state.setShowAbout(true);
         QTRY_VERIFY(sheets.sheet() != nullptr);
         QTRY_COMPARE(sheets.sheet()->width(), 340.0);
-        QVERIFY(sheets.text(u"Version 7.8.9"_qs) != nullptr);
+        QVERIFY(sheets.text(u"Version 7.8.9"_s) != nullptr);
         for (const auto *row : {"ZIP · TAR.GZ · 7-Zip · RAR · DMG", "Compress & extract archives",
                                 "Right-click any archive in Finder"}) {
             sheets.click(sheets.text(QString::fromUtf8(row)));
@@ -149,7 +150,7 @@ private Q_SLOTS:
         QVERIFY(sheets.opened.isEmpty());
         sheets.click(sheets.text(siteName()));
         QCOMPARE(sheets.opened, QList{siteURL()});
-        sheets.click(sheets.text(u"Close"_qs));
+        sheets.click(sheets.text(u"Close"_s));
         QTRY_VERIFY(!sheets.isOpen());
     }
 

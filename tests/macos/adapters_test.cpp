@@ -11,6 +11,7 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -65,26 +66,26 @@ private Q_SLOTS:
         provideServices([&taken](const QStringList &urls) { taken = urls; });
         service(chosen);
         QCOMPARE(given, (QByteArrayList{"", "file:///a “b”%23|file:///tmp/folder/"}));
-        QCOMPARE(taken, (QStringList{u"file:///a%20%E2%80%9Cb%E2%80%9D%23"_qs, u"file:///tmp/folder/"_qs}));
+        QCOMPARE(taken, (QStringList{u"file:///a%20%E2%80%9Cb%E2%80%9D%23"_s, u"file:///tmp/folder/"_s}));
         reveal(QUrl::fromEncoded("file:///a%20%E2%80%9Cb%E2%80%9D%23"));
         QCOMPARE(given.last(), "file:///a%20%E2%80%9Cb%E2%80%9D%23");
     }
 
     void show_alerts() {
-        QVERIFY(showAlert(u"é"_qs, u"…"_qs, AlertStyle::warning).isReady());
-        QVERIFY(showAlert(u"a"_qs, u"b"_qs, AlertStyle::informational).isReady());
+        QVERIFY(showAlert(u"é"_s, u"…"_s, AlertStyle::warning).isReady());
+        QVERIFY(showAlert(u"a"_s, u"b"_s, AlertStyle::informational).isReady());
         QCOMPARE(given, (QByteArrayList{"é", "…", "0", "a", "b", "1"}));
     }
 
     void draw_symbols() {
-        const QImage image = systemSymbol(u"xmark"_qs, 6);
+        const QImage image = systemSymbol(u"xmark"_s, 6);
         QCOMPARE(image.size(), QSize(6, 6));
         QCOMPARE(image.pixel(5, 5), qRgba(0, 0, 0, 255));
         QCOMPARE(image.pixel(0, 0), 0U);
-        systemSymbol(u"folder.fill"_qs, 6);
+        systemSymbol(u"folder.fill"_s, 6);
         QCOMPARE(given, (QByteArrayList{"xmark", "black", "folder.fill", "regular"}));
         given.clear();
-        QVERIFY(systemSymbol(u"none"_qs, 6).isNull());
+        QVERIFY(systemSymbol(u"none"_s, 6).isNull());
     }
 };
 

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
+
 class IconSetTest : public QObject {
     Q_OBJECT
 
@@ -17,7 +19,7 @@ public:
 private Q_SLOTS:
     void holds_all_sizes() {
         const QTemporaryDir folder;
-        const QString icons = folder.filePath(u"x.icns"_qs);
+        const QString icons = folder.filePath(u"x.icns"_s);
         QCOMPARE(QProcess::execute(tool, {drawing, icons}), 0);
         QFile file(icons);
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -56,7 +58,7 @@ private Q_SLOTS:
 
     void fails_without_a_drawing() {
         const QTemporaryDir folder;
-        QVERIFY(QProcess::execute(tool, {folder.filePath(u"none.svg"_qs), folder.filePath(u"x"_qs)}) != 0);
+        QVERIFY(QProcess::execute(tool, {folder.filePath(u"none.svg"_s), folder.filePath(u"x"_s)}) != 0);
     }
 };
 

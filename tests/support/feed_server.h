@@ -15,6 +15,7 @@
 /// A server of release feeds on this machine.
 namespace stowlark {
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 /// A certificate for 127.0.0.1 that nobody has signed but itself.
@@ -23,11 +24,11 @@ struct Identity {
         const QString key = QString::fromStdString(folder.path() / "key.pem");
         const QString certificate = QString::fromStdString(folder.path() / "certificate.pem");
         QProcess openssl;
-        openssl.start(u"openssl"_qs,
-                      {u"req"_qs, u"-x509"_qs, u"-newkey"_qs, u"rsa:2048"_qs, u"-nodes"_qs, u"-days"_qs,
-                       u"2"_qs, u"-subj"_qs, u"/CN=127.0.0.1"_qs, u"-addext"_qs,
-                       u"subjectAltName=IP:127.0.0.1"_qs, u"-addext"_qs, u"extendedKeyUsage=serverAuth"_qs,
-                       u"-keyout"_qs, key, u"-out"_qs, certificate});
+        openssl.start(u"openssl"_s,
+                      {u"req"_s, u"-x509"_s, u"-newkey"_s, u"rsa:2048"_s, u"-nodes"_s, u"-days"_s, u"2"_s,
+                       u"-subj"_s, u"/CN=127.0.0.1"_s, u"-addext"_s, u"subjectAltName=IP:127.0.0.1"_s,
+                       u"-addext"_s, u"extendedKeyUsage=serverAuth"_s, u"-keyout"_s, key, u"-out"_s,
+                       certificate});
         if (!openssl.waitForFinished() || openssl.exitCode() != 0) {
             qFatal("openssl: %s", openssl.readAllStandardError().constData());
         }
@@ -77,7 +78,7 @@ public:
         });
     }
 
-    QUrl url() const { return QUrl(u"https://127.0.0.1:%1/stowlark/version.json"_qs.arg(serverPort())); }
+    QUrl url() const { return QUrl(u"https://127.0.0.1:%1/stowlark/version.json"_s.arg(serverPort())); }
 
     Reply reply;
     QByteArrayList requests;

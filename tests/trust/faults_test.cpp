@@ -16,6 +16,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -85,9 +86,9 @@ private Q_SLOTS:
         const auto before = snapshot(in);
         const Path output = folder.path() / "o.zip";
         for (const auto &[end, said] : {std::pair("echo 'o.zip: No space left on device'; exit 14",
-                                                  u"o.zip: No space left on device"_qs),
-                                        std::pair("echo adding; kill -SEGV $$", u"adding"_qs),
-                                        std::pair("kill -KILL $$", u"Archive creation failed."_qs)}) {
+                                                  u"o.zip: No space left on device"_s),
+                                        std::pair("echo adding; kill -SEGV $$", u"adding"_s),
+                                        std::pair("kill -KILL $$", u"Archive creation failed."_s)}) {
             const Path tool = folder.writeTool(
                 "tool",
                 "case $1 in -o) echo half >\"$4/half\";; *) echo half >\"$3\";; esac\n" + QByteArray(end));
@@ -190,7 +191,7 @@ private Q_SLOTS:
             manager.statusMessage().endsWith(u"” couldn’t be created because you don’t have permission."));
         extract(manager, folder.path() / "o.zip", folder.path());
         QCOMPARE(manager.statusMessage(),
-                 u"The folder “tmp” couldn’t be opened because you don’t have permission."_qs);
+                 u"The folder “tmp” couldn’t be opened because you don’t have permission."_s);
         ::chmod(folder.temporary().c_str(), 0700);
         QCOMPARE(folder.temporaryItems().size(), 0U);
         std::filesystem::create_directory(folder.path() / "read-only");
@@ -199,7 +200,7 @@ private Q_SLOTS:
         QVERIFY(manager.statusMessage().contains(u"Permission denied"));
         extract(manager, folder.path() / "o.zip", folder.path() / "read-only");
         QCOMPARE(manager.statusMessage(),
-                 u"The folder “o” couldn’t be created because you don’t have permission."_qs);
+                 u"The folder “o” couldn’t be created because you don’t have permission."_s);
         QCOMPARE(folder.temporaryItems().size(), 0U);
         QCOMPARE(difference(before, snapshot(in)), QByteArray());
     }

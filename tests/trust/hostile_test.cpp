@@ -20,6 +20,7 @@
 
 #include <unistd.h>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -58,9 +59,9 @@ struct Tally {
 
 /// Kills what descends from a process, each by its number.
 void killChildrenOf(pid_t parent) {
-    for (const QString &name : QDir(u"/proc"_qs).entryList(QDir::Dirs)) {
+    for (const QString &name : QDir(u"/proc"_s).entryList(QDir::Dirs)) {
         const pid_t child = name.toInt();
-        QFile file(u"/proc/%1/stat"_qs.arg(name));
+        QFile file(u"/proc/%1/stat"_s.arg(name));
         const QByteArray status = child > 0 && file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
         if (status.mid(status.lastIndexOf(')')).split(' ').value(2).toInt() == parent) {
             killChildrenOf(child);

@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -33,7 +34,7 @@ class AppReleaseTest : public QObject {
 
 private Q_SLOTS:
     void readsAndWritesAFeed() {
-        const AppRelease release{u"1.4.0"_qs, u"Faster."_qs, u"https://a.example/b"_qs, {}};
+        const AppRelease release{u"1.4.0"_s, u"Faster."_s, u"https://a.example/b"_s, {}};
         QCOMPARE(AppRelease::decode('{' + plain + '}'), release);
         QCOMPARE(AppRelease::decode("\xEF\xBB\xBF \t\r\n{" + plain + "}\n"), release);
         QCOMPARE(AppRelease::decode(with("'releaseDate':null")), release);
@@ -45,7 +46,7 @@ private Q_SLOTS:
         QCOMPARE(AppRelease::decode(with("'version':'1', '\\u0076ersion':'1.4.0'")),
                  release); // the last counts
         AppRelease dated = release;
-        dated.releaseDate = u"some day"_qs;
+        dated.releaseDate = u"some day"_s;
         QCOMPARE(AppRelease::decode(with("'releaseDate':'some day'")), dated);
         QCOMPARE(AppRelease::decode(with("'releaseDate':''"))->releaseDate, QString());
 
@@ -58,10 +59,10 @@ private Q_SLOTS:
         QVERIFY(notes("''").isEmpty() && !notes("''").isNull());
         QCOMPARE(
             notes("'  a\\u0000b\\n\\ud83d\\ude00 \xF0\x9F\x98\x80\xEF\xBB\xBF\xC3\xA9\\uFFFF\\/\\'\\\\ '"),
-            u"  a"_qs + QChar(0) + u"b\n😀 😀\uFEFFé\uFFFF/\"\\ "_qs);
-        QCOMPARE(notes("'\xEF\xBB\xBFx'"), u"\uFEFFx"_qs);
+            u"  a"_s + QChar(0) + u"b\n😀 😀\uFEFFé\uFFFF/\"\\ "_s);
+        QCOMPARE(notes("'\xEF\xBB\xBFx'"), u"\uFEFFx"_s);
         const QByteArray many = QByteArray("Notes in \xE6\x97\xA5\xE6\x9C\xAC. \\u00e9\\n").repeated(40'000);
-        QCOMPARE(notes('"' + many + '"'), u"Notes in 日本. é\n"_qs.repeated(40'000));
+        QCOMPARE(notes('"' + many + '"'), u"Notes in 日本. é\n"_s.repeated(40'000));
         QVERIFY(!notes("'', 'x':[" + QByteArray("1,").repeated(400'000) + "1]").isNull());
     }
 

@@ -4,6 +4,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -83,7 +84,7 @@ private Q_SLOTS:
         for (const char *none : {"+-2", "++2", "+", " 2", "2 ", "2\n", "0x2", "2e1", "2,0", "²", "２"}) {
             row(none, "0", false);
         }
-        QTest::newRow("a null character") << u"1"_qs << false;
+        QTest::newRow("a null character") << u"1"_s << false;
     }
 
     void comparesByNumbers() {
@@ -98,7 +99,7 @@ private Q_SLOTS:
     void agreesWithASlowerRule() {
         QRandomGenerator random(20260301);
         const QStringList pieces =
-            u". . . . - + 0 0 1 1 2 9 10 -1 x 9223372036854775807 922337203685477580"_qs.split(u' ');
+            u". . . . - + 0 0 1 1 2 9 10 -1 x 9223372036854775807 922337203685477580"_s.split(u' ');
         int newer = 0;
         for (int round = 0; round < 20'000; ++round) {
             const auto version = [&] {
@@ -113,7 +114,7 @@ private Q_SLOTS:
             const bool expected = slowIsNewer(candidate, reference);
             newer += expected ? 1 : 0;
             QVERIFY2(isNewer(candidate, reference) == expected,
-                     qPrintable(candidate + u" and "_qs + reference));
+                     qPrintable(candidate + u" and "_s + reference));
         }
         QVERIFY(newer > 5'000 && newer < 15'000);
     }

@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 using namespace std::chrono_literals;
 
@@ -21,7 +22,7 @@ Q_SIGNALS:
 
 /// A checker of version 1.3.2, and what it showed and opened.
 struct Checked {
-    explicit Checked(FeedRequest feed, std::optional<QString> version = u"1.3.2"_qs)
+    explicit Checked(FeedRequest feed, std::optional<QString> version = u"1.3.2"_s)
         : checker(std::make_unique<UpdateChecker>(UpdateSettings{
               .showAlert =
                   [this](QString title, QString message, AlertStyle style) {
@@ -32,14 +33,14 @@ struct Checked {
               .version = std::move(version),
           })) {
         QObject::connect(checker.get(), &UpdateChecker::isCheckingChanged,
-                         [this] { journal += checker->isChecking() ? u"checking"_qs : u"idle"_qs; });
+                         [this] { journal += checker->isChecking() ? u"checking"_s : u"idle"_s; });
         QObject::connect(checker.get(), &UpdateChecker::availableChanged,
-                         [this] { journal += u"available "_qs + checker->release().version; });
+                         [this] { journal += u"available "_s + checker->release().version; });
     }
 
     QCoro::Task<> alert(QString title, QString message, AlertStyle style) {
         journal += title + u'|' + message + u'|' + QString::number(static_cast<int>(style)) +
-                   (checker->isChecking() ? u""_qs : u"|but idle"_qs);
+                   (checker->isChecking() ? u""_s : u"|but idle"_s);
         if (ok != nullptr) {
             co_await qCoro(ok, &Button::clicked);
         }
@@ -53,9 +54,9 @@ struct Checked {
 
 const QString failed =
     u"Could Not Check for Updates|Unable to reach the update server. Please check your internet "
-    "connection and try again later.|0"_qs;
-const QString upToDate = u"Stowlark is up to date|Version 1.3.2 is the latest version.|1"_qs;
-const QString found = u"available 2.0"_qs;
+    "connection and try again later.|0"_s;
+const QString upToDate = u"Stowlark is up to date|Version 1.3.2 is the latest version.|1"_s;
+const QString found = u"available 2.0"_s;
 
 } // namespace
 
@@ -136,15 +137,15 @@ private Q_SLOTS:
         server->reply = reply;
         Checked checked(request());
         const auto expected = [](const QString &between) {
-            return between.isEmpty() ? QStringList{u"checking"_qs, u"idle"_qs}
-                                     : QStringList{u"checking"_qs, between, u"idle"_qs};
+            return between.isEmpty() ? QStringList{u"checking"_s, u"idle"_s}
+                                     : QStringList{u"checking"_s, between, u"idle"_s};
         };
         QCoro::waitFor(checked.checker->checkForUpdates());
         QCOMPARE(checked.journal, expected(unasked));
         QCOMPARE(checked.checker->hasRelease(), !unasked.isEmpty());
         QFETCH(const int, requests);
         QCOMPARE(server->requests.size(), requests);
-        const AppRelease earlier{.version = u"1.9"_qs};
+        const AppRelease earlier{.version = u"1.9"_s};
         checked.checker->setAvailable(earlier);
         checked.journal.clear();
         QCoro::waitFor(checked.checker->checkManually());
@@ -174,7 +175,7 @@ private Q_SLOTS:
         feed.longest = std::chrono::milliseconds(longest);
         Checked checked(feed);
         QCoro::waitFor(checked.checker->checkManually());
-        QCOMPARE(checked.journal, QStringList({u"checking"_qs, failed, u"idle"_qs}));
+        QCOMPARE(checked.journal, QStringList({u"checking"_s, failed, u"idle"_s}));
     }
 
     void hasTimeForASlowServer() { // which is never silent for long
@@ -193,12 +194,12 @@ private Q_SLOTS:
         FeedRequest otherAuthority = request();
         otherAuthority.tls->setCaCertificates({});
         FeedRequest otherName = request();
-        otherName.url.setHost(u"localhost"_qs);
+        otherName.url.setHost(u"localhost"_s);
         FeedRequest noHandshake = request();
         noHandshake.url.setPort(mute.serverPort());
         noHandshake.timeout = 300ms;
         const FeedRequest system{.url = server->url()};
-        const QStringList silentThenNot{u"checking"_qs, u"idle"_qs, u"checking"_qs, failed, u"idle"_qs};
+        const QStringList silentThenNot{u"checking"_s, u"idle"_s, u"checking"_s, failed, u"idle"_s};
         for (const FeedRequest &feed : {otherAuthority, otherName, noHandshake, system}) {
             QCOMPARE(bothChecks(feed), silentThenNot);
         }
@@ -215,7 +216,7 @@ private Q_SLOTS:
         QVERIFY(checked.checker->checkManually().isReady());
         QVERIFY(checked.checker->checkForUpdates().isReady());
         QCoro::waitFor(std::move(running));
-        QCOMPARE(checked.journal, QStringList({u"checking"_qs, found, u"idle"_qs}));
+        QCOMPARE(checked.journal, QStringList({u"checking"_s, found, u"idle"_s}));
         QCOMPARE(server->requests.size(), 1);
 
         checked.checker->clearAvailable();
@@ -227,12 +228,12 @@ private Q_SLOTS:
         Button ok;
         checked.ok = &ok;
         running = checked.checker->checkManually();
-        QTRY_COMPARE(checked.journal, QStringList({u"checking"_qs, upToDate})); // and its alert is up
+        QTRY_COMPARE(checked.journal, QStringList({u"checking"_s, upToDate})); // and its alert is up
         QVERIFY(checked.checker->checkManually().isReady() && checked.checker->checkForUpdates().isReady());
         QCOMPARE(checked.journal.size(), 2);
         Q_EMIT ok.clicked();
         QCoro::waitFor(std::move(running));
-        QCOMPARE(checked.journal.last(), u"idle"_qs);
+        QCOMPARE(checked.journal.last(), u"idle"_s);
         QCOMPARE(server->requests.size(), 3);
     }
 
@@ -243,7 +244,7 @@ private Q_SLOTS:
         QTRY_COMPARE(server->requests.size(), 1);
         fetching.checker.reset();
         QCoro::waitFor(std::move(running)); // long before the time-out
-        QCOMPARE(fetching.journal, QStringList(u"checking"_qs));
+        QCOMPARE(fetching.journal, QStringList(u"checking"_s));
 
         server->reply = {http("200 OK", feed("1"))};
         Checked alerting(request());
@@ -263,19 +264,19 @@ private Q_SLOTS:
         checker.openDownload();
         for (const char *none : {"", " ", "/etc/passwd", "//a", "https://a b.example",
                                  "https://a.example/%zz", "https://[", "a:b:c d"}) {
-            checker.setAvailable(AppRelease{.version = u"2.0"_qs, .downloadURL = QString::fromUtf8(none)});
+            checker.setAvailable(AppRelease{.version = u"2.0"_s, .downloadURL = QString::fromUtf8(none)});
             checker.openDownload();
             QVERIFY2(checked.opened.isEmpty(), none);
         }
-        checker.setAvailable(AppRelease{.downloadURL = u"https://a.example/b?c=d%20e#f"_qs});
+        checker.setAvailable(AppRelease{.downloadURL = u"https://a.example/b?c=d%20e#f"_s});
         checker.openDownload();
-        QCOMPARE(checked.opened, QStringList(u"https://a.example/b?c=d%20e#f"_qs));
+        QCOMPARE(checked.opened, QStringList(u"https://a.example/b?c=d%20e#f"_s));
         QVERIFY(checker.hasRelease());
     }
 
     void knowsItsVersionAndAddress() {
         const FeedRequest built;
-        QCOMPARE(built.url.path(), u"/stowlark/version.json"_qs);
+        QCOMPARE(built.url.path(), u"/stowlark/version.json"_s);
         QCOMPARE(Checked(built, bundleVersion()).checker->currentVersion(), bundleVersion());
         server->reply = {http("200 OK", feed("1"))};
         Checked checked(request(), std::nullopt);

@@ -9,6 +9,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -77,7 +78,7 @@ private Q_SLOTS:
         QCOMPARE(view.mode(), AppMode::compress);
         QCOMPARE(view.format(), ArchiveFormat::zip);
         QCOMPARE(view.level(), CompressionLevel::normal);
-        QCOMPARE(view.archiveName(), u"archive"_qs);
+        QCOMPARE(view.archiveName(), u"archive"_s);
         QVERIFY(view.createDisabled() && view.extractDisabled());
     }
 
@@ -102,24 +103,24 @@ private Q_SLOTS:
     void namesTheOutput() {
         ContentView view;
         view.setOutputDir(fileUrl("/out"));
-        QCOMPARE(at(view), u"file:///out/archive.zip"_qs);
-        view.setArchiveName(u" x "_qs);
-        QCOMPARE(at(view), u"file:///out/%20x%20.zip"_qs);
-        view.setArchiveName(u" \t "_qs);
-        QCOMPARE(at(view), u"file:///out/archive.zip"_qs);
+        QCOMPARE(at(view), u"file:///out/archive.zip"_s);
+        view.setArchiveName(u" x "_s);
+        QCOMPARE(at(view), u"file:///out/%20x%20.zip"_s);
+        view.setArchiveName(u" \t "_s);
+        QCOMPARE(at(view), u"file:///out/archive.zip"_s);
         drop(view, {fileUrl("/a")});
         QVERIFY(view.createDisabled());
-        view.setArchiveName(u"\n"_qs); // a line break is a name
+        view.setArchiveName(u"\n"_s); // a line break is a name
         QVERIFY(!view.createDisabled());
-        view.setArchiveName(u"/etc/../x%41"_qs); // one component, whatever it holds
+        view.setArchiveName(u"/etc/../x%41"_s); // one component, whatever it holds
         QCOMPARE(path(view.outputURL()).native(), std::string("/out/:etc:..:x%41.zip"));
-        view.setArchiveName(u"a"_qs);
+        view.setArchiveName(u"a"_s);
         QStringList names;
         for (const ArchiveFormat format : allCases<ArchiveFormat>()) {
             view.setFormat(format);
             names += view.outputURL().fileName() + view.extensionLabel();
         }
-        QCOMPARE(names.join(u' '), u"a.zip.zip a.tar.gz.tar.gz a.7z.7z a.rar.rar a.dmg.dmg"_qs);
+        QCOMPARE(names.join(u' '), u"a.zip.zip a.tar.gz.tar.gz a.7z.7z a.rar.rar a.dmg.dmg"_s);
     }
 
     void listsEachItemOnce() {
@@ -128,26 +129,26 @@ private Q_SLOTS:
         const QUrl b = fileUrl(folder.path() / "gone");
         Choices choices{.files = {a, b, b}};
         ContentView view(choices.desktop());
-        const QUrl elsewhere(u"file://elsewhere.example/x"_qs);
+        const QUrl elsewhere(u"file://elsewhere.example/x"_s);
         QUrl here = a;
         here.setHost(QSysInfo::machineHostName().toUpper());
         drop(view,
-             {a, here, elsewhere, QUrl(u"http://host/x"_qs), QUrl(u"text"_qs), QUrl(a.toString() + u'/'), a});
+             {a, here, elsewhere, QUrl(u"http://host/x"_s), QUrl(u"text"_s), QUrl(a.toString() + u'/'), a});
         QCOMPARE(view.files()->urls(), std::vector{a});
-        QCOMPARE(view.files()->countText() + view.files()->totalSize(), u"1 item2 KB"_qs);
+        QCOMPARE(view.files()->countText() + view.files()->totalSize(), u"1 item2 KB"_s);
         view.browseFiles();
         QTRY_VERIFY(!view.files()->isAdding());
         QCOMPARE(view.files()->urls(), (std::vector{a, b}));
-        QCOMPARE(view.files()->countText(), u"2 items"_qs);
+        QCOMPARE(view.files()->countText(), u"2 items"_s);
         const QModelIndex row = view.files()->index(0);
-        QCOMPARE(row.data(FileListModel::nameRole).toString(), u"a b%.txt"_qs);
-        QCOMPARE(row.data(FileListModel::sizeRole).toString(), u"2 KB"_qs);
+        QCOMPARE(row.data(FileListModel::nameRole).toString(), u"a b%.txt"_s);
+        QCOMPARE(row.data(FileListModel::sizeRole).toString(), u"2 KB"_s);
         view.removeFile(a);
         QCOMPARE(view.files()->urls(), std::vector{b});
         QCOMPARE(view.files()->totalSize(), QString());
         view.clearFiles();
         QVERIFY(view.createDisabled());
-        QCOMPARE(view.files()->countText(), u"0 items"_qs);
+        QCOMPARE(view.files()->countText(), u"0 items"_s);
     }
 
     void forgetsWhatIsStillBeingAdded() {
@@ -173,7 +174,7 @@ private Q_SLOTS:
     void selectsOneArchiveAndItsFolder() {
         Choices choices{.files = {fileUrl("/c/3.zip")}, .folder = fileUrl("/chosen")};
         ContentView view(choices.desktop());
-        view.dropArchives(uriList({fileUrl("/a/1.zip"), fileUrl("/b/2.txt"), QUrl(u"http://host/x.zip"_qs)}));
+        view.dropArchives(uriList({fileUrl("/a/1.zip"), fileUrl("/b/2.txt"), QUrl(u"http://host/x.zip"_s)}));
         QCOMPARE(view.archiveFile(), fileUrl("/b/2.txt"));
         QCOMPARE(view.extractDir(), fileUrl("/b"));
         view.chooseExtractDir();
@@ -218,7 +219,7 @@ private Q_SLOTS:
         QCOMPARE(warning.size(), 1);
         QVERIFY(view.toolWarning().isEmpty());
         view.setArchiveFile(fileUrl(folder.write("a.zip", QByteArray(1500, 'a'))));
-        QTRY_COMPARE(view.property("archiveFileSize").toString(), u"2 KB"_qs);
+        QTRY_COMPARE(view.property("archiveFileSize").toString(), u"2 KB"_s);
         view.removeArchive();
         QVERIFY(view.property("archiveFileSize").toString().isEmpty());
     }
@@ -238,7 +239,7 @@ private Q_SLOTS:
         view.create(); // a second click
         QCOMPARE(begun.size(), 0);
         QTRY_VERIFY(!view.mgr()->isCreating());
-        QCOMPARE(view.mgr()->statusMessage(), u"Archive created: archive.zip"_qs);
+        QCOMPARE(view.mgr()->statusMessage(), u"Archive created: archive.zip"_s);
         QCOMPARE(view.files()->count(), 1);
         view.showInFinder();
         QCOMPARE(choices.revealed, QList{fileUrl(folder.path() / "archive.zip")});
@@ -247,7 +248,7 @@ private Q_SLOTS:
         view.setArchiveFile(fileUrl(folder.path() / "archive.zip"));
         view.extract();
         QTRY_VERIFY(!view.mgr()->isCreating());
-        QCOMPARE(view.mgr()->statusMessage(), u"Extracted to: archive/"_qs);
+        QCOMPARE(view.mgr()->statusMessage(), u"Extracted to: archive/"_s);
         QCOMPARE(readFile(folder.path() / "archive/a.txt"), "a");
         QVERIFY(!view.extractDisabled());
     }
@@ -257,8 +258,8 @@ private Q_SLOTS:
         AppState state;
         ContentView view(systemDesktop(), {}, state, updater);
         for (const char *notes : {"one", "one\ntwo", "one\r\ntwo"}) {
-            updater.setAvailable(AppRelease{.version = u"2"_qs, .releaseNotes = QString::fromUtf8(notes)});
-            QCOMPARE(view.releaseHeadline(), u"one"_qs);
+            updater.setAvailable(AppRelease{.version = u"2"_s, .releaseNotes = QString::fromUtf8(notes)});
+            QCOMPARE(view.releaseHeadline(), u"one"_s);
         }
         view.setProperty("showReleaseNotes", true);
         updater.clearAvailable();
@@ -276,7 +277,7 @@ private Q_SLOTS:
         view.setOutputDir(fileUrl(folder.path()));
         view.create();
         QTRY_VERIFY(!view.mgr()->isCreating());
-        QVERIFY(view.statusText().isEmpty() && view.statusSummary().endsWith(u"\n20"_qs));
+        QVERIFY(view.statusText().isEmpty() && view.statusSummary().endsWith(u"\n20"_s));
         QCOMPARE(view.statusLines().size(), 41);
         QCOMPARE(view.statusLines()[1], QString(500, u'x'));
         view.copyStatus();

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
 using namespace stowlark;
 
 namespace {
@@ -102,7 +103,7 @@ private Q_SLOTS:
         QTRY_VERIFY(texts().size() > 30 && overlaps(texts()).isEmpty());
         window->requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(window.get()));
-        QVERIFY(walkTo(window.get(), u"20 items"_qs));
+        QVERIFY(walkTo(window.get(), u"20 items"_s));
         QStringList found;
         int frames = 0;
         connect(window.get(), &QQuickWindow::frameSwapped, this, [&] {
@@ -111,7 +112,7 @@ private Q_SLOTS:
             if (++frames < 32) {
                 QTest::keyClick(window.get(), frames % 2 == 0 ? Qt::Key_Delete : keys[frames % 4]);
             } else if (frames == 32) {
-                QVERIFY(walkTo(window.get(), u"Clear All"_qs));
+                QVERIFY(walkTo(window.get(), u"Clear All"_s));
                 QTest::keyClick(window.get(), Qt::Key_Space);
             }
         });
@@ -137,7 +138,7 @@ private Q_SLOTS:
         QVERIFY(QTest::qWaitForWindowActive(window.get()));
         view.create();
         QTRY_VERIFY(!view.mgr()->isCreating() && !view.statusLines().isEmpty());
-        QVERIFY(walkTo(window.get(), u"Create"_qs));
+        QVERIFY(walkTo(window.get(), u"Create"_s));
         QTest::keyClick(window.get(), Qt::Key_Tab);
         const QQuickItem *lines = window->activeFocusItem();
         const auto isAt = [&](const char *end) { return lines->property(end).toBool(); };
@@ -165,18 +166,18 @@ private Q_SLOTS:
         };
         view.dropFiles(uriList({fileUrl("/nonexistent/a"), fileUrl("/nonexistent/b")}));
         QTRY_COMPARE(view.files()->count(), 2);
-        QVERIFY(walkTo(window.get(), u"2 items"_qs));
+        QVERIFY(walkTo(window.get(), u"2 items"_s));
         QTest::keyClick(window.get(), Qt::Key_End);
         QTest::keyClick(window.get(), Qt::Key_Backspace);
-        QCOMPARE(view.files()->countText(), u"1 item"_qs);
+        QCOMPARE(view.files()->countText(), u"1 item"_s);
         QTest::keyClick(window.get(), Qt::Key_Delete);
         QTRY_VERIFY(isAt("Browse Files"));
         view.dropFiles(uriList({fileUrl("/nonexistent/a")}));
         QTRY_COMPARE(view.files()->count(), 1);
-        QVERIFY(walkTo(window.get(), u"Clear All"_qs));
+        QVERIFY(walkTo(window.get(), u"Clear All"_s));
         QTest::keyClick(window.get(), Qt::Key_Space);
         QTRY_VERIFY(isAt("Browse Files"));
-        QVERIFY(walkTo(window.get(), u"Change"_qs));
+        QVERIFY(walkTo(window.get(), u"Change"_s));
         QTest::keyClick(window.get(), Qt::Key_2, Qt::ControlModifier);
         QTRY_VERIFY(isAt("Browse Archive"));
         view.setArchiveFile(fileUrl("/nonexistent/a.zip"));
