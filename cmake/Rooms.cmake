@@ -11,7 +11,8 @@ target_compile_features(stowlark_options INTERFACE cxx_std_20)
 target_compile_definitions(stowlark_options INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-set(STOWLARK_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+set(STOWLARK_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-free-nonheap-object>) # wrong since GCC 13, of vectors that grow and of coroutines
 if(CMAKE_UNITY_BUILD) # GCC 12 takes what is local to an included source for shared
     list(APPEND STOWLARK_WARNINGS $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endif()

@@ -1,5 +1,6 @@
 #include "app/appearance.h"
 #include "app/other_programs.h"
+#include "desktop/symbol_images.h"
 #include "foundation/application_id.h"
 #include "foundation/bundle_version.h"
 
@@ -44,7 +45,12 @@ int main(int argc, char **argv) {
     }
 
 #ifndef Q_OS_MACOS // which takes the bundle's
-    QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/qt/qml/Stowlark/Window/AppIcon.svg")));
+    QIcon icon;
+    for (const int side : {16, 32, 64, 256}) {
+        icon.addPixmap(
+            QPixmap::fromImage(drawnImage(QStringLiteral(":/qt/qml/Stowlark/Window/AppIcon.svg"), side)));
+    }
+    QGuiApplication::setWindowIcon(icon);
 #endif
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     applyAppearance();

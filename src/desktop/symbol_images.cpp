@@ -5,10 +5,9 @@
 #include <QSvgRenderer>
 
 namespace stowlark {
-namespace {
 
-QImage drawnSymbol(const QString &drawing, int side) {
-    if (!QFile::exists(drawing)) {
+QImage drawnImage(const QString &drawing, int side) {
+    if (!QFile::exists(drawing)) { // of which the renderer would warn
         return {};
     }
     QSvgRenderer renderer(drawing);
@@ -19,12 +18,10 @@ QImage drawnSymbol(const QString &drawing, int side) {
     return image;
 }
 
-} // namespace
-
 QImage symbolImage(const QString &name, const QString &drawing, int side, const QColor &color) {
     QImage image = systemSymbol(name, side);
     if (image.isNull()) {
-        image = drawnSymbol(drawing, side);
+        image = drawnImage(drawing, side);
     }
     if (!image.isNull()) {
         QPainter painter(&image);

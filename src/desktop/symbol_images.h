@@ -11,6 +11,10 @@ namespace stowlark {
 /// is three quarters of `side`.
 QImage symbolImage(const QString &name, const QString &drawing, int side, const QColor &color);
 
+/// What the SVG file shows, in its own colours, `side` pixels wide and high; null if it can't be read. Qt's
+/// image plugin for SVG isn't needed, which some systems package apart.
+QImage drawnImage(const QString &drawing, int side);
+
 /// The system's own symbol, in black; null where it has none of this name. One source per system.
 QImage systemSymbol(const QString &name, int side);
 

@@ -22,7 +22,7 @@ Item {
     Image {
         id: image
 
-        source: "AppIcon.svg"
+        source: "image://symbol/AppIcon"
         sourceSize.width: root.size
         sourceSize.height: root.size
     }

@@ -5,7 +5,7 @@ import QtQuick
 Image {
     width: 480
     height: 480
-    source: "Glow.svg"
+    source: "image://symbol/Glow"
     sourceSize.width: 120
     sourceSize.height: 120
 }

@@ -27,6 +27,8 @@ Card {
         TextField {
             Layout.fillWidth: true
             implicitHeight: Math.max(30, contentHeight + 12)
+            padding: 6
+            leftPadding: 10
             font.pointSize: Theme.points(13)
             Accessible.name: qsTr("Archive Name")
             placeholderText: qsTr("archive")

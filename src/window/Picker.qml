@@ -12,7 +12,8 @@ ComboBox {
 
     implicitHeight: Math.max(32, implicitContentHeight + 12)
     font.pointSize: Theme.points(13)
-    leftPadding: 0 // the text has its own
+    padding: 0
+    leftPadding: 12
     Keys.onPressed: event => {
         if (!popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)) {
             opening = true;
@@ -32,8 +33,16 @@ ComboBox {
     Accessible.onPressAction: popup.open()
     Accessible.description: popup.visible ? textAt(highlightedIndex) : displayText
     Component.onCompleted: {
-        contentItem.Accessible.ignored = true; // the description says the same
         popup.contentItem.parent.Accessible.name = Qt.binding(() => Accessible.name);
+    }
+
+    contentItem: Text {
+        text: root.displayText
+        font: root.font
+        color: Theme.primary
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        Accessible.ignored: true // the description says the same
     }
 
     popup: Popup {

@@ -9,13 +9,13 @@ namespace stowlark {
 SymbolProvider::SymbolProvider()
     : QQuickImageProvider(Image) {}
 
-QImage SymbolProvider::requestImage(const QString &id, QSize *size, const QSize & /*requestedSize*/) {
+QImage SymbolProvider::requestImage(const QString &id, QSize *size, const QSize &requestedSize) {
     const QStringList parts = id.split(u'/');
-    if (parts.size() != 3) {
-        return {};
-    }
-    const QString drawing = QStringLiteral(":/qt/qml/Stowlark/Window/symbols/%1.svg").arg(parts[0]);
-    QImage image = symbolImage(parts[0], drawing, parts[1].toInt(), QColor(u'#' + parts[2]));
+    const QString drawing = QStringLiteral(":/qt/qml/Stowlark/Window/%1.svg");
+    const QImage image = parts.size() == 3
+                             ? symbolImage(parts[0], drawing.arg(QStringLiteral("symbols/") + parts[0]),
+                                           parts[1].toInt(), QColor(u'#' + parts[2]))
+                             : drawnImage(drawing.arg(id), requestedSize.width());
     if (size != nullptr) {
         *size = image.size();
     }

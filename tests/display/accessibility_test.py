@@ -8,7 +8,7 @@ import zipfile
 from stowlark_window import StowlarkWindow, xdotool
 
 HOME = pathlib.Path(os.environ["HOME"])
-CONTROLS = {"push button", "link", "page tab", "combo box", "text", "list", "list item"}
+CONTROLS = {"button", "link", "page tab", "combo box", "text", "list", "list item"}
 PLAIN = {"application", "frame", "page tab list", "label", "heading", "notification", "menu bar", "menu item"}
 HEADER = ["by ", "Compress", "Extract"]
 COMPRESS = ["Browse Files…", "Format", "Compression", "Archive Name", "Change the folder to save to"]
@@ -51,7 +51,7 @@ def compress_pane(window):
     check(window.names("heading")[:2], ["Settings", "Output"])
     labels = {"Stowlark", "Drop files & folders here", "Format", "Archive Name", ".zip", "Save To", str(HOME)}
     assert labels <= set(window.names("label")), window.names("label")
-    check(window.find("push button", "Create Archive").description, "Not available now")
+    check(window.find("button", "Create Archive").description, "Not available now")
     check_walk(window, HEADER + COMPRESS)
 
 
@@ -69,7 +69,7 @@ def browse(window, files):
         window.choose("Add Files and Folders", file)
     window.find("list", "3 items")
     window.expect_rows(["a.txt", "b.txt", "folder"])
-    assert {f"Remove {file.name}" for file in files} <= set(window.names("push button"))
+    assert {f"Remove {file.name}" for file in files} <= set(window.names("button"))
     check_roles(window)
 
 
@@ -102,18 +102,18 @@ def pickers(window):
 def create(window):
     spoken = len(window.spoken())
     walk_to(window, "Create Archive")
-    check(window.find("push button", "Create Archive").description, "")
+    check(window.find("button", "Create Archive").description, "")
     check(window.focus_after("KP_Enter"), ["Create Archive"])  # again, when it is done
     window.wait("the outcome", lambda: len(window.spoken()) == spoken + 2)
     check(window.spoken()[-1], "Archive created: archive.zip")
-    window.find("push button", "Show in Finder")
+    window.find("button", "Show in Finder")
     xdotool("key", "ctrl+Return")  # the same again
     window.wait("the outcome", lambda: len(window.spoken()) == spoken + 4)
 
 
 def extract(window, archive):
     xdotool("key", "ctrl+2")
-    window.find("push button", "Browse Archive…")
+    window.find("button", "Browse Archive…")
     check([node.name for node in window.nodes() if "selected" in node.states], ["Extract"])
     assert not window.node("notification")
     xdotool("key", "ctrl+o")
@@ -129,7 +129,7 @@ def extract(window, archive):
     window.wait("no archive", lambda: not window.node("label", archive.name))
     check_walk(window, HEADER + EXTRACT)
     window.find("page tab", "Compress").press()
-    window.find("push button", "Create Archive")
+    window.find("button", "Create Archive")
 
 
 def main(program):

@@ -43,7 +43,7 @@ def hand_over(window, program, archives):
     start_again(program, "--extract-files", archives[2], archives[0])
     expect_archive(window, archives[2])  # the first
     start_again(program, "--compress")
-    window.find("push button", "Create Archive")
+    window.find("button", "Create Archive")
     call("Open", "(asa{sv})", [a.as_uri() for a in archives] + ["http://x.example/", "x", ""], {})
     expect_archive(window, archives[-1])
     call("extractFiles", "(as)", ["text", archives[0].as_uri(), archives[1].as_uri()], interface=ID)
@@ -95,7 +95,7 @@ def shows_in_the_file_manager(window, folder):
     opener.parent.mkdir()
     opener.write_text(f"#!/bin/sh\necho \"$1\" >{HOME}/opened\n")
     opener.chmod(0o755)
-    window.find("push button", "Show in Finder").press()
+    window.find("button", "Show in Finder").press()
     opened = HOME / "opened"
     window.wait("the folder to be opened", lambda: opened.exists() and opened.read_text() == f"file://{HOME}\n")
 
@@ -110,7 +110,7 @@ def shows_in_the_file_manager(window, folder):
     bus = Gio.bus_get_sync(Gio.BusType.SESSION)
     bus.register_object("/org/freedesktop/FileManager1", description.interfaces[0], answer, None, None)
     name = Gio.bus_own_name_on_connection(bus, interface, Gio.BusNameOwnerFlags.NONE, None, None)
-    window.find("push button", "Show in Finder").press()
+    window.find("button", "Show in Finder").press()
     window.wait("the item to be shown", lambda: calls == [([folder.as_uri()], "")])
     Gio.bus_unown_name(name)
 
@@ -144,9 +144,9 @@ def waits_before_it_quits(window, program, slow):
     start_again(program, slow)
     expect_archive(window, slow)
     xdotool("key", "ctrl+Return", "ctrl+q")
-    window.find("push button", "Don’t Quit")
+    window.find("button", "Don’t Quit")
     call("Activate", "(a{sv})", {})
-    window.wait("no note", lambda: not window.node("push button", "Don’t Quit"))
+    window.wait("no note", lambda: not window.node("button", "Don’t Quit"))
     window.wait("the outcome", lambda: f"Extracted to: {slow.stem}/" in window.spoken())
 
 

@@ -98,7 +98,7 @@ def files(window):
     window.expect_rows([path.name for path in several])
     drop(window, FILES, [folder.as_uri() + "/", several[0].as_uri()])  # the second is there already
     window.expect_rows([path.name for path in several] + ["folder"])
-    window.find("push button", "Clear All").press()
+    window.find("button", "Clear All").press()
     window.expect_rows([])
     return several
 
@@ -129,15 +129,15 @@ def asked_to_move(window, file):
 def archives(window, first, second):
     window.find("page tab", "Extract").press()
     drop(window, ARCHIVES, [first.as_uri(), second.as_uri()])
-    window.find("push button", f"Remove {second.name}")
+    window.find("button", f"Remove {second.name}")
     drop(window, ARCHIVES, ["http://example.org/a.zip", f"file://otherhost{first}"])
-    assert window.node("push button", f"Remove {second.name}")
+    assert window.node("button", f"Remove {second.name}")
     with Drag(window, [first.as_uri()]) as drag:
         drag.hover(ARCHIVES)
         drag.leave(ARCHIVES)
         drag.hover(ARCHIVES)
         drag.drop()
-    window.find("push button", f"Remove {first.name}")
+    window.find("button", f"Remove {first.name}")
     assert window.node("label", str(first.parent))
 
 

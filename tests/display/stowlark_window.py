@@ -24,13 +24,17 @@ def enable_accessibility():
         "org.a11y.Bus", "/org/a11y/bus", "org.freedesktop.DBus.Properties", "Set", value, None, 0, -1)
 
 
+def role_of(accessible):
+    return accessible.get_role_name().removeprefix("push ")  # as older versions of the bus call a button
+
+
 class Node:
     """One thing on the accessibility bus. What asks it raises GLib.Error if it is gone."""
 
     def __init__(self, accessible, depth):
         self.accessible = accessible
         self.depth = depth
-        self.role = accessible.get_role_name()
+        self.role = role_of(accessible)
         self.name = accessible.get_name()
 
     @property
@@ -92,7 +96,7 @@ class StowlarkWindow:
     def _take(self, event):
         if event.type == "focus:" or event.detail1 == 1:
             with contextlib.suppress(GLib.Error):  # it is gone again
-                self.events.append((event.type, event.source.get_role_name(), event.source.get_name()))
+                self.events.append((event.type, role_of(event.source), event.source.get_name()))
 
     def nodes(self):
         """Everything of the program that is there, from the top."""
