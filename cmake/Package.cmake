@@ -20,7 +20,7 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
     string(CONCAT CPACK_DEBIAN_PACKAGE_DEPENDS "qml6-module-qtqml, qml6-module-qtqml-workerscript, "
         "qml6-module-qtquick, qml6-module-qtquick-controls, qml6-module-qtquick-layouts, "
         "qml6-module-qtquick-templates, qml6-module-qtquick-window, unzip, zip") # gzip and tar are essential
-    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "p7zip-full")
+    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "p7zip-full | 7zip")
     set(CPACK_DEBIAN_PACKAGE_SUGGESTS
         "rar, unrar | unrar-free, python3-nautilus, python3-caja, thunarx-python, gir1.2-thunarx-3.0, qt6-wayland")
     set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "make and unpack archives in one small window")

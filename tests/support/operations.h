@@ -4,13 +4,16 @@
 #include "foundation/file_url.h"
 
 #include <QCoro/QCoroCore>
+#include <QProcess>
 
 namespace stowlark {
 
 struct InstalledFormat {
     const char *name;
     ArchiveFormat format;
-    std::string archive; ///< a name for one
+    std::string archive;         ///< a name for one
+    bool warnsOfBroken = false;  ///< creating fails where a link leads nowhere
+    bool refusesLinksUp = false; ///< extracting fails where a link leads up
 };
 
 /// The formats whose tools are there to create and extract.
@@ -18,11 +21,15 @@ inline std::vector<InstalledFormat> installedFormats() {
     const Tools tools;
     std::vector<InstalledFormat> formats{{"ZIP", ArchiveFormat::zip, "o.zip"},
                                          {"TAR.GZ", ArchiveFormat::tarGz, "o.tar.gz"}};
-    if (tools.findTool("7z")) {
-        formats.push_back({"7-Zip", ArchiveFormat::sevenZ, "o.7z"});
+    if (const auto tool = tools.findTool("7z")) {
+        QProcess information;
+        information.start(displayText(tool->native()), {QStringLiteral("i")});
+        information.waitForFinished();
+        const bool isOfP7zip = information.readAll().contains("p7zip");
+        formats.push_back({"7-Zip", ArchiveFormat::sevenZ, "o.7z", !isOfP7zip, isOfP7zip});
     }
     if (tools.findTool("rar")) {
-        formats.push_back({"RAR", ArchiveFormat::rar, "o.rar"});
+        formats.push_back({"RAR", ArchiveFormat::rar, "o.rar", true});
     }
     if (std::filesystem::exists(tools.hdiutil)) {
         formats.push_back({"DMG", ArchiveFormat::dmg, "o.dmg"});
