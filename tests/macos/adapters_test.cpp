@@ -2,6 +2,7 @@
 #include "desktop/macos/appkit_panels.h"
 #include "desktop/macos/appkit_services.h"
 #include "desktop/macos/appkit_symbol.h"
+#include "desktop/macos/appkit_window.h"
 #include "desktop/macos/appkit_workspace.h"
 #include "desktop/open_panel.h"
 #include "desktop/services.h"
@@ -38,6 +39,10 @@ void showOpenPanel(const OpenPanel &options, TakeUrls take, void *context) {
     }
     given << kinds << options.prompt << options.folder;
     endPanel = [=](const char *lines) { take(context, lines); };
+}
+
+double extendUnderTitleBar(void * /*view*/) {
+    return 28;
 }
 
 void provideServices(TakeUrls take, void *context) {

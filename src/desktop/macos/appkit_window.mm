@@ -1,0 +1,14 @@
+#include "desktop/macos/appkit_window.h"
+
+#import <AppKit/AppKit.h>
+
+namespace stowlark::appkit {
+
+double extendUnderTitleBar(void *view) {
+    NSWindow *window = ((__bridge NSView *) view).window;
+    window.styleMask |= NSWindowStyleMaskFullSizeContentView; // which Qt leaves as it is from then on
+    window.titlebarAppearsTransparent = YES;
+    return window.contentView.frame.size.height - window.contentLayoutRect.size.height;
+}
+
+} // namespace stowlark::appkit
