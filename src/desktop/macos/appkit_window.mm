@@ -11,4 +11,8 @@ double extendUnderTitleBar(void *view) {
     return window.contentView.frame.size.height - window.contentLayoutRect.size.height;
 }
 
+void sendAction(const char *selector) {
+    [NSApp sendAction:NSSelectorFromString(@(selector)) to:nil from:nil];
+}
+
 } // namespace stowlark::appkit
