@@ -42,18 +42,13 @@ private Q_SLOTS:
         field.show();
         field.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&field));
-        for (const auto &[item, text] : {std::pair("Select All", "abc"),
-                                         {"Copy", "abc"},
-                                         {"Delete", ""},
-                                         {"Undo", "abc"},
-                                         {"Redo", ""},
-                                         {"Paste", "abc"},
-                                         {"Select All", "abc"},
-                                         {"Cut", ""},
-                                         {"Paste", "abc"}}) {
+        QStringList texts;
+        for (const char *item :
+             {"Select All", "Copy", "Delete", "Undo", "Redo", "Paste", "Select All", "Cut"}) {
             items[QString::fromLatin1(item)]->trigger();
-            QCOMPARE(field.text(), QString::fromLatin1(text));
+            texts += field.text();
         }
+        QCOMPARE(texts.join(u' '), u"abc abc  abc  abc abc "_s);
         QCOMPARE(sent.size(), 4);
     }
 };

@@ -8,7 +8,7 @@ double extendUnderTitleBar(void *view) {
     NSWindow *window = ((__bridge NSView *) view).window;
     window.styleMask |= NSWindowStyleMaskFullSizeContentView; // which Qt leaves as it is from then on
     window.titlebarAppearsTransparent = YES;
-    return window.contentView.frame.size.height - window.contentLayoutRect.size.height;
+    return window.frame.size.height - window.contentLayoutRect.size.height;
 }
 
 void sendAction(const char *selector) {

@@ -30,14 +30,13 @@ extern "C" void CGContextRelease(CGContextRef context);
 
 @class NSWindow;
 @interface NSView : NSObject
-@property NSRect frame;
 @property(readonly, weak) NSWindow *window;
 @end
 typedef NSUInteger NSWindowStyleMask;
 enum : NSWindowStyleMask { NSWindowStyleMaskFullSizeContentView = 1 << 15 };
 @interface NSWindow : NSObject
 @property NSWindowStyleMask styleMask;
-@property(strong) NSView *contentView;
+@property(readonly) NSRect frame;
 @property BOOL titlebarAppearsTransparent STOWLARK_FROM(10.10);
 @property(readonly) NSRect contentLayoutRect STOWLARK_FROM(10.10);
 @property(readonly, getter=isVisible) BOOL visible;
