@@ -10,7 +10,8 @@ double extendUnderTitleBar(const QWindow &window) {
     if (QGuiApplication::platformName() != u"cocoa") { // tests have windows that AppKit does not know
         return 0;
     }
-    return appkit::extendUnderTitleBar(reinterpret_cast<void *>(window.winId()));
+    void *view = reinterpret_cast<void *>(window.winId()); // NOLINT(performance-no-int-to-ptr)
+    return appkit::extendUnderTitleBar(view);
 }
 
 } // namespace stowlark
