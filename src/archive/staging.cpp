@@ -14,6 +14,12 @@
 namespace stowlark {
 namespace {
 
+#ifdef __APPLE__ // the folder around it is this user's own, and the root of an image takes the mode over
+constexpr mode_t folderMode = 0777;
+#else
+constexpr mode_t folderMode = 0700;
+#endif
+
 bool isTaken(const Path &path) {
     struct stat info {};
     return ::lstat(path.c_str(), &info) == 0;
@@ -26,7 +32,7 @@ Path createTemporaryFolder(std::string_view prefix) {
     Path folder = temporaryDirectory() / (std::string(prefix) + id.toStdString());
     std::error_code ignored; // if these cannot be made, neither can the folder
     std::filesystem::create_directories(folder.parent_path(), ignored);
-    if (::mkdir(folder.c_str(), 0700) != 0) {
+    if (::mkdir(folder.c_str(), folderMode) != 0) {
         throw PlatformError(PlatformError::Action::createFolder, folder, errno);
     }
     return folder;

@@ -7,7 +7,7 @@
 
 namespace stowlark {
 
-/// Makes a folder in the temporary folder, named `prefix` and a fresh UUID, which only this user may enter.
+/// Makes a folder in the temporary folder, named `prefix` and a fresh UUID, which only this user can reach.
 /// Blocks; throws PlatformError.
 Path createTemporaryFolder(std::string_view prefix);
 

@@ -7,11 +7,11 @@
 
 #include <optional>
 
-/// Modal panels to choose existing items. Each begins in the folder, or in the home folder if
-/// it does not exist, and ends with nothing when the user cancels.
+/// Modal panels to choose existing items. Each begins in the folder; if that does not exist, where the system
+/// has it begin. Each ends with nothing when the user cancels. One source per system.
 namespace stowlark {
 
-/// Files and folders at once, any number. One source per system.
+/// Files and folders at once, any number.
 QCoro::Task<QList<QUrl>> chooseFilesAndFolders(QUrl begin);
 
 /// One file: archives first, any other too.

@@ -1,33 +1,68 @@
 #include "foundation/copy_file.h"
 
+#include "foundation/descriptor.h"
+
+#include <array>
+#include <cerrno>
+
 #include <copyfile.h>
-#include <errno.h>
 #include <fcntl.h>
+#include <sys/acl.h>
 #include <sys/clonefile.h>
 #include <unistd.h>
 
 namespace stowlark {
+namespace {
 
-int copyFile(int source, const struct stat & /*info*/, int folder, const char *name) {
-    // What COPYFILE_CLONE does, which copyfile() takes for paths only. Like that it replaces nothing.
-    if (::fclonefileat(source, folder, name, CLONE_NOOWNERCOPY) == 0) {
-        return 0;
+/// A clone loses its set-id bits, and may get the access list and all flags of the file, which can keep the
+/// copy from being removed.
+bool canBeCloned(int source, const struct stat &info) {
+    constexpr auto harmless = static_cast<unsigned>(UF_NODUMP | UF_COMPRESSED | UF_TRACKED | UF_HIDDEN);
+    if ((info.st_flags & ~harmless) != 0 || (info.st_mode & (S_ISUID | S_ISGID)) != 0) {
+        return false;
     }
-    if (errno == EEXIST) {
-        return EEXIST;
+    const acl_t list = ::acl_get_fd(source);
+    if (list != nullptr) {
+        ::acl_free(list);
     }
-    const int target = ::openat(folder, name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (target < 0) {
-        return errno;
-    }
-    const int copied = ::fcopyfile(source, target, nullptr, COPYFILE_ALL | COPYFILE_DATA_SPARSE);
-    const int error = copied == 0 ? 0 : errno;
-    ::close(target);
-    return error;
+    return list == nullptr;
 }
 
-int copyFolderMetadata(int source, const struct stat & /*info*/, int target) {
-    return ::fcopyfile(source, target, nullptr, COPYFILE_METADATA) == 0 ? 0 : errno;
+/// Attributes that the target's file system or the user's rights do not allow are left out.
+int copyMetadata(int source, const struct stat &info, int target) {
+    if (::fcopyfile(source, target, nullptr, COPYFILE_XATTR) != 0 && (errno == ENOSPC || errno == EDQUOT)) {
+        return errno;
+    }
+    if ((info.st_flags & UF_HIDDEN) != 0) {
+        ::fchflags(target, UF_HIDDEN);
+    }
+    const std::array<timespec, 2> times{info.st_atimespec, info.st_mtimespec};
+    if (::fchmod(target, info.st_mode & 07777) != 0 || ::futimens(target, times.data()) != 0) {
+        return errno;
+    }
+    return 0;
+}
+
+} // namespace
+
+int copyFile(int source, const struct stat &info, int folder, const char *name) {
+    if (canBeCloned(source, info)) {
+        if (::fclonefileat(source, folder, name, CLONE_NOOWNERCOPY) == 0) {
+            return 0;
+        }
+        if (errno == EEXIST) {
+            return EEXIST;
+        }
+    }
+    const Descriptor target(::openat(folder, name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!target || ::fcopyfile(source, target.get(), nullptr, COPYFILE_DATA | COPYFILE_DATA_SPARSE) != 0) {
+        return errno;
+    }
+    return copyMetadata(source, info, target.get());
+}
+
+int copyFolderMetadata(int source, const struct stat &info, int target) {
+    return copyMetadata(source, info, target);
 }
 
 } // namespace stowlark

@@ -9,8 +9,10 @@ ApplicationWindow {
     id: root
 
     required property ContentView view
+    /// How much of the upper edge lies under the title bar.
+    property real titleBarHeight: 0
     /// The height of what is above and below the content.
-    readonly property real around: (menuBar?.height ?? 0) + (footer?.height ?? 0)
+    readonly property real around: titleBarHeight + (menuBar?.height ?? 0) + (footer?.height ?? 0)
 
     title: "Stowlark"
     width: 580
@@ -56,8 +58,21 @@ ApplicationWindow {
         onActivated: root.view.mode === 0 ? root.view.create() : root.view.extract()
     }
 
+    Item { // what lies under the title bar moves the window as that does
+        y: -root.contentItem.y
+        width: parent.width
+        height: root.titleBarHeight
+
+        DragHandler {
+            target: null
+            onActiveChanged: if (active)
+                root.startSystemMove()
+        }
+    }
+
     ColumnLayout {
         anchors.fill: parent
+        anchors.topMargin: Math.max(0, root.titleBarHeight - root.contentItem.y) // which Qt sees to from 6.9 on
         spacing: 0
 
         RowLayout {

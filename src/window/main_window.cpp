@@ -1,5 +1,6 @@
 #include "window/main_window.h"
 
+#include "desktop/title_bar.h"
 #include "window/symbol_provider.h"
 
 #include <QQmlComponent>
@@ -21,8 +22,12 @@ std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &vi
         return nullptr;
     }
     properties.insert(QStringLiteral("view"), QVariant::fromValue(&view));
-    std::unique_ptr<QObject> window(component.createWithInitialProperties(properties));
-    return std::unique_ptr<QQuickWindow>(qobject_cast<QQuickWindow *>(window.release()));
+    std::unique_ptr<QObject> root(component.createWithInitialProperties(properties));
+    std::unique_ptr<QQuickWindow> window(qobject_cast<QQuickWindow *>(root.release()));
+    if (window != nullptr) {
+        window->setProperty("titleBarHeight", extendUnderTitleBar(*window));
+    }
+    return window;
 }
 
 } // namespace stowlark

@@ -227,8 +227,10 @@ private Q_SLOTS:
             names.join(u' '),
             u". .hidden .hidden_1 .hidden_2 Photos Photos_1 a a_1 a_2 archive.tar.gz archive.tar_1.gz "
             "archive.tar_2.gz notes.txt notes_1.txt notes_1_1.txt notes_1_2.txt notes_2.txt notes_3.txt"_s);
+#ifndef __APPLE__ // where others do not get as far
         struct stat info {};
         QVERIFY(::stat(stage.c_str(), &info) == 0 && (info.st_mode & 0777) == 0700);
+#endif
     }
 
     void replacesWhatIsAtTheOutputPath() {

@@ -1,4 +1,6 @@
-// Drives the real window through the main job: stowlark_tour SCREENSHOT_FOLDER
+// Drives the real window through the main job:
+//   stowlark_tour [--own-desktop] SCREENSHOT_FOLDER
+// With --own-desktop, and always on macOS, without the dialogs and menus of the system.
 
 #include "app/appearance.h"
 #include "tour/tour.h"
@@ -16,8 +18,13 @@ int main(int argc, char *argv[]) {
     qputenv("HOME", QByteArray::fromStdString(folder.path().native()));
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const QApplication application(argc, argv);
-    if (argc != 2) {
-        qCritical("usage: stowlark_tour SCREENSHOT_FOLDER");
+    QStringList arguments = QCoreApplication::arguments().mid(1);
+    bool isOwn = arguments.removeAll(QStringLiteral("--own-desktop")) > 0;
+#ifdef Q_OS_MACOS
+    isOwn = true;
+#endif
+    if (arguments.size() != 1) {
+        qCritical("usage: stowlark_tour [--own-desktop] SCREENSHOT_FOLDER");
         return 2;
     }
     QCoreApplication::setApplicationName(QStringLiteral("Stowlark"));
@@ -25,7 +32,8 @@ int main(int argc, char *argv[]) {
     applyAppearance();
     const Identity identity;
     Server server(identity.server);
-    const Desktop desktop = systemDesktop();
+    OwnDesktop own;
+    const Desktop desktop = isOwn ? own.desktop() : systemDesktop();
     UpdateChecker updater({.showAlert = desktop.showAlert,
                            .openURL = [](const QUrl &) {}, // no browser here
                            .feed = {.url = server.url(), .tls = identity.client}});
@@ -34,7 +42,8 @@ int main(int argc, char *argv[]) {
         return 1;
     }
     try {
-        Tour(program, updater, server, folder, argv[1]).run();
+        const Path screenshots = arguments.first().toStdString();
+        Tour(program, updater, server, folder, isOwn ? &own : nullptr, screenshots).run();
         return 0;
     } catch (const std::exception &failure) {
         QTextStream(stderr) << "The tour failed: " << QString::fromUtf8(failure.what()) << Qt::endl;

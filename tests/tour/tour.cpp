@@ -34,11 +34,13 @@ QString slug(ArchiveFormat format) {
 } // namespace
 
 Tour::Tour(StowlarkApp &program, UpdateChecker &updater, Server &server, const TestFolder &folder,
-           const Path &screenshots)
-    : view_(program.view())
+           OwnDesktop *own, const Path &screenshots)
+    : program_(program)
+    , view_(program.view())
     , updater_(updater)
     , server_(server)
     , folder_(folder)
+    , own_(own)
     , driver_(program.window(), screenshots)
     , originals_(makeFiles(folder)) {}
 
@@ -60,11 +62,9 @@ void Tour::collect() {
     }
     driver_.drop(QStringLiteral("Drop files & folders here"), dropped,
                  [this] { driver_.screenshot(QStringLiteral("hovering")); });
-    driver_.press(QStringLiteral("Browse Files…"));
-    driver_.enterInDialog(originals_.back());
-    if (view_.files()->urls().size() != originals_.size()) {
-        throw TourFailure("not everything was added");
-    }
+    choose(QStringLiteral("Browse Files…"), originals_.back());
+    driver_.wait(QStringLiteral("all to be added"),
+                 [this] { return view_.files()->urls().size() == originals_.size(); });
     driver_.screenshot(QStringLiteral("files-added"));
     std::uintmax_t size = 0;
     for (const Path &item : originals_) {
@@ -72,9 +72,8 @@ void Tour::collect() {
     }
     say(QStringLiteral("added      %1, %2")
             .arg(view_.files()->countText(), byteCountText(static_cast<qint64>(size))));
-    driver_.press(QStringLiteral("Change the folder to save to"));
     std::filesystem::create_directory(folder_.path() / "archives");
-    driver_.enterInDialog(folder_.path() / "archives");
+    choose(QStringLiteral("Change the folder to save to"), folder_.path() / "archives");
     driver_.type(QStringLiteral("Archive Name"), QStringLiteral("My holiday"));
 }
 
@@ -111,8 +110,7 @@ void Tour::extractAll() {
     std::filesystem::create_directory(folder_.path() / "extracted");
     for (const Path &archive : archives_) {
         driver_.drop(QStringLiteral("Drop an archive here"), {fileUrl(archive)});
-        driver_.press(QStringLiteral("Change the folder to extract to"));
-        driver_.enterInDialog(folder_.path() / "extracted");
+        choose(QStringLiteral("Change the folder to extract to"), folder_.path() / "extracted");
         driver_.press(QStringLiteral("Extract Archive"));
         waitUntilIdle();
         const QString name = displayText(archive.filename().native());
@@ -156,8 +154,7 @@ void Tour::showManyFiles() {
     driver_.drop(QStringLiteral("Drop files & folders here"), many);
     driver_.wait(QStringLiteral("the files"), [this] { return view_.files()->count() == 1000; });
     driver_.screenshot(QStringLiteral("1000-files"));
-    driver_.press(QStringLiteral("Change the folder to save to")); // at the other end of the list
-    driver_.enterInDialog(folder_.path());
+    choose(QStringLiteral("Change the folder to save to"), folder_.path()); // at the other end of the list
     driver_.screenshot(QStringLiteral("1000-files-end"));
     driver_.press(QStringLiteral("Remove Page 1000.pdf"));
     driver_.wait(QStringLiteral("the file to be removed"), [this] { return view_.files()->count() == 999; });
@@ -185,11 +182,10 @@ void Tour::showSizesAndColours() {
 }
 
 void Tour::showMenusAndSheets() {
-    for (const auto &[menu, command] : {std::pair{"Help", "Stowlark Help"}, {"Stowlark", "About Stowlark"}}) {
-        driver_.press(QString::fromLatin1(menu));
-        driver_.screenshot(QStringLiteral("menu-") + QString::fromLatin1(menu));
-        driver_.press(QString::fromLatin1(command));
-        driver_.screenshot(QString::fromLatin1(command).replace(u' ', u'-'));
+    MenuCommands &commands = program_.commands();
+    for (const auto &[menu, command] : {std::pair{"Help", commands.help()}, {"Stowlark", commands.about()}}) {
+        give(QString::fromLatin1(menu), *command);
+        driver_.screenshot(QString(command->label()).replace(u' ', u'-'));
         driver_.press(QStringLiteral("Close"));
     }
 }
@@ -201,10 +197,10 @@ void Tour::showUpdates() {
     };
     server_.reply = {http("200 OK", feed("0.0.1"))};
     check();
-    driver_.dismissAlert(QStringLiteral("Stowlark is up to date"));
+    dismissAlert(QStringLiteral("Stowlark is up to date"));
     server_.reply = {http("404 Not Found", "<html></html>")};
     check();
-    driver_.dismissAlert(QStringLiteral("Could Not Check for Updates"));
+    dismissAlert(QStringLiteral("Could Not Check for Updates"));
     QString notes = QStringLiteral("Faster DMG creation. <b>Fixes</b> for RAR extraction.");
     for (const bool isLong : {false, true}) {
         AppRelease release{.version = QStringLiteral("9.1"), .releaseNotes = notes};
@@ -227,6 +223,35 @@ void Tour::showUpdates() {
         throw TourFailure("the banner or the sheet stays");
     }
     say(QStringLiteral("updates    offered version 9.1, said when there is none and when the server fails"));
+}
+
+void Tour::choose(const QString &button, const Path &item) {
+    if (own_ != nullptr) {
+        own_->choice = fileUrl(item);
+        driver_.press(button);
+        driver_.wait(button, [this] { return own_->choice.isEmpty(); });
+    } else {
+        driver_.press(button);
+        driver_.enterInDialog(item);
+    }
+}
+
+void Tour::dismissAlert(const QString &title) {
+    if (own_ != nullptr) {
+        driver_.wait(title, [&] { return own_->alerts.contains(title); });
+    } else {
+        driver_.dismissAlert(title);
+    }
+}
+
+void Tour::give(const QString &menu, MenuCommand &command) {
+    if (own_ != nullptr) { // the menus may be the system's
+        command.trigger();
+    } else {
+        driver_.press(menu);
+        driver_.screenshot(QStringLiteral("menu-") + menu);
+        driver_.press(command.label());
+    }
 }
 
 void Tour::waitUntilIdle() {

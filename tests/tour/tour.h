@@ -3,6 +3,7 @@
 #include "app/stowlark_app.h"
 #include "support/feed_server.h"
 #include "tour/driver.h"
+#include "tour/own_desktop.h"
 
 namespace stowlark {
 
@@ -11,9 +12,10 @@ namespace stowlark {
 /// TourFailure.
 class Tour {
 public:
-    /// `folder` is where it works, `server` what `updater` asks.
+    /// `folder` is where it works, `server` what `updater` asks, `own` the desktop that the program was
+    /// given: null for the system's, whose dialogs and menus it then goes through.
     Tour(StowlarkApp &program, UpdateChecker &updater, Server &server, const TestFolder &folder,
-         const Path &screenshots);
+         OwnDesktop *own, const Path &screenshots);
 
     void run();
 
@@ -28,13 +30,19 @@ private:
     void showMenusAndSheets();
     void showUpdates();
 
+    /// Presses the button, and chooses the item in the dialog that it opens.
+    void choose(const QString &button, const Path &item);
+    void dismissAlert(const QString &title);
+    void give(const QString &menu, MenuCommand &command);
     void waitUntilIdle();
     void say(const QString &line) const;
 
+    StowlarkApp &program_;
     ContentView &view_;
     UpdateChecker &updater_;
     Server &server_;
     const TestFolder &folder_;
+    OwnDesktop *own_;
     Driver driver_;
     std::vector<Path> originals_;
     std::vector<Path> archives_;

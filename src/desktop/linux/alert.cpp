@@ -1,6 +1,6 @@
 #include "desktop/alert.h"
 
-#include "desktop/over_window.h"
+#include "desktop/linux/over_window.h"
 
 #include <QCoro/QCoroSignal>
 

@@ -2,7 +2,7 @@
 
 namespace stowlark::appkit {
 
-/// Takes encoded URLs, at least one, each on a line of its own. They are valid during the call.
+/// Takes encoded URLs, each on a line of its own. They are valid during the call.
 using TakeUrls = void (*)(void *context, const char *lines);
 
 } // namespace stowlark::appkit

@@ -28,9 +28,27 @@ extern "C" CGContextRef CGBitmapContextCreate(void *data, size_t width, size_t h
                                               CGColorSpaceRef space, uint32_t bitmapInfo);
 extern "C" void CGContextRelease(CGContextRef context);
 
+@class NSWindow;
+@interface NSView : NSObject
+@property(readonly, weak) NSWindow *window;
+@end
+typedef NSUInteger NSWindowStyleMask;
+enum : NSWindowStyleMask { NSWindowStyleMaskFullSizeContentView = 1 << 15 };
+@interface NSWindow : NSObject
+@property NSWindowStyleMask styleMask;
+@property(readonly) NSRect frame;
+@property BOOL titlebarAppearsTransparent STOWLARK_FROM(10.10);
+@property(readonly) NSRect contentLayoutRect STOWLARK_FROM(10.10);
+@property(readonly, getter=isVisible) BOOL visible;
+@property(readonly) BOOL canBecomeMainWindow;
+@end
+
 @interface NSApplication : NSObject
 @property(strong) id servicesProvider;
+@property(readonly, weak) NSWindow *mainWindow;
+@property(readonly, copy) NSArray<NSWindow *> *windows;
 - (void)activateIgnoringOtherApps:(BOOL)flag;
+- (BOOL)sendAction:(SEL)action to:(id)target from:(id)sender;
 @end
 extern "C" NSApplication *NSApp;
 
@@ -45,13 +63,19 @@ extern "C" const NSPasteboardType NSPasteboardTypeFileURL STOWLARK_FROM(10.13);
 
 typedef NSInteger NSModalResponse;
 static const NSModalResponse NSModalResponseOK = 1;
+@class UTType;
 @interface NSOpenPanel : NSObject
+@property(copy) NSURL *directoryURL;
+@property(copy) NSArray<UTType *> *allowedContentTypes STOWLARK_FROM(11.0);
+@property(copy) NSString *message;
+@property(copy) NSString *prompt;
 @property BOOL canChooseFiles;
 @property BOOL canChooseDirectories;
 @property BOOL allowsMultipleSelection;
 @property(readonly, copy) NSArray<NSURL *> *URLs;
 + (NSOpenPanel *)openPanel;
-- (NSModalResponse)runModal;
+- (void)beginWithCompletionHandler:(void (^)(NSModalResponse))handler;
+- (void)beginSheetModalForWindow:(NSWindow *)window completionHandler:(void (^)(NSModalResponse))handler;
 @end
 
 enum NSAlertStyle : NSUInteger { NSAlertStyleWarning = 0, NSAlertStyleInformational = 1 };
@@ -60,6 +84,8 @@ enum NSAlertStyle : NSUInteger { NSAlertStyleWarning = 0, NSAlertStyleInformatio
 @property(copy) NSString *informativeText;
 @property NSAlertStyle alertStyle;
 - (id)addButtonWithTitle:(NSString *)title;
+- (void)beginSheetModalForWindow:(NSWindow *)window
+               completionHandler:(void (^)(NSModalResponse))handler STOWLARK_FROM(10.9);
 - (NSModalResponse)runModal;
 @end
 

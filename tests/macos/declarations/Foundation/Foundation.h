@@ -12,6 +12,8 @@ typedef long NSInteger;
 typedef unsigned long NSUInteger;
 typedef double CGFloat;
 typedef struct NSFastEnumerationState NSFastEnumerationState;
+@class NSString;
+extern "C" SEL NSSelectorFromString(NSString *name);
 
 __attribute__((objc_root_class))
 @interface NSObject

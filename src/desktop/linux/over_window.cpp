@@ -1,4 +1,4 @@
-#include "desktop/over_window.h"
+#include "desktop/linux/over_window.h"
 
 #include <QGuiApplication>
 #include <QWindow>
