@@ -185,7 +185,9 @@ ListView {
     }
 
     delegate: FileRow {
-        x: 16
+        transform: Translate { // newer versions of Qt reset x
+            x: 16
+        }
         width: root.width - 72
         spacing: root.spacing
         current: index === root.currentRow && root.rowsFocused

@@ -21,15 +21,13 @@ QString accessibleName(QQuickItem *item) {
     return property.isValid() ? property.read().toString() : QString();
 }
 
-/// A point of the window is in sight if it is below the header and above the lower edge; what does not scroll
-/// always is.
-int directionIntoSight(QQuickItem *item, int y, int height) {
-    for (QQuickItem *parent = item; parent != nullptr; parent = parent->parentItem()) {
-        if (parent->inherits("QQuickFlickable") && parent->property("interactive").toBool()) {
-            return y < 110 ? 1 : y > height - 40 ? -1 : 0;
-        }
+/// What scrolls the item; null if nothing does.
+QQuickItem *scrollerOf(QQuickItem *item) {
+    while (item != nullptr &&
+           !(item->inherits("QQuickFlickable") && item->property("interactive").toBool())) {
+        item = item->parentItem();
     }
-    return 0;
+    return item;
 }
 
 } // namespace
@@ -182,22 +180,25 @@ QQuickItem *Driver::findNamed(const QString &name) {
     return item;
 }
 
-/// Turns the wheel until the middle of the item is below the header and above the lower edge; returns that
-/// point. What is far away is gone to with the Tab key.
+/// Turns the wheel until the middle of the item is below the header and above the lower edge, and at rest;
+/// returns that point. What is far away is gone to with the Tab key.
 QPoint Driver::bringIntoSight(QQuickItem *item) {
     if (std::abs(item->mapToScene({}).y()) > 5000 && item->activeFocusOnTab()) {
         item->forceActiveFocus(Qt::TabFocusReason);
     }
+    QQuickItem *scroller = scrollerOf(item);
     const QPoint wheelAt(window_->width() / 2, window_->height() - 30);
     for (int turns = 0; turns < 500; ++turns) {
         const QPoint at = item->mapToScene(QPointF(item->width() / 2, item->height() / 2)).toPoint();
-        const int direction = directionIntoSight(item, at.y(), window_->height());
-        if (direction == 0) {
+        const int direction = at.y() < 110 ? 1 : at.y() > window_->height() - 40 ? -1 : 0;
+        if (scroller == nullptr || (direction == 0 && !scroller->property("moving").toBool())) {
             return at;
         }
-        QWheelEvent wheel(wheelAt, window_->mapToGlobal(wheelAt), {}, {0, 60 * direction}, Qt::NoButton, {},
-                          Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(window_, &wheel);
+        if (direction != 0) {
+            QWheelEvent wheel(wheelAt, window_->mapToGlobal(wheelAt), {}, {0, 60 * direction}, Qt::NoButton,
+                              {}, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(window_, &wheel);
+        }
         QTest::qWait(30);
     }
     throw TourFailure("it cannot be scrolled into sight: " + label(item).toStdString());
