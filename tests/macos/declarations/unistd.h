@@ -1,1 +1,0 @@
-extern "C" int close(int fd);
