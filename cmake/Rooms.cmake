@@ -45,7 +45,7 @@ endfunction()
 function(stowlark_qml_room name)
     cmake_parse_arguments(room "" "" "SOURCES;QML;RESOURCES;LINKS" ${ARGN})
     string(TOLOWER ${name} library)
-    if(STOWLARK_SANITIZE) # what Qt generates from the QML takes long to build and is not what is looked at
+    if(STOWLARK_SANITIZE OR STOWLARK_UNCOMPILED_QML) # what Qt generates from the QML takes long to build and is not what is looked at
         set(uncompiled NO_CACHEGEN)
     endif()
     qt_add_library(stowlark_${library} STATIC)

@@ -110,7 +110,9 @@ private Q_SLOTS:
             found += overlaps(texts());
             constexpr std::array keys{Qt::Key_Delete, Qt::Key_Down, Qt::Key_Delete, Qt::Key_Up};
             if (++frames < 32) {
-                QTest::keyClick(window.get(), frames % 2 == 0 ? Qt::Key_Delete : keys[frames % 4]);
+                QTest::keyClick(window.get(), frames % 2 == 0
+                                                  ? Qt::Key_Delete
+                                                  : keys[static_cast<std::size_t>(frames) % keys.size()]);
             } else if (frames == 32) {
                 QVERIFY(walkTo(window.get(), u"Clear All"_s));
                 QTest::keyClick(window.get(), Qt::Key_Space);
