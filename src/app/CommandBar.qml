@@ -14,7 +14,8 @@ MenuBar {
         help.dismiss();
     }
 
-    padding: 2
+    topPadding: 2 // each, as newer versions of Qt bind each to the safe area
+    bottomPadding: 2
     leftPadding: 8
     Accessible.name: qsTr("Menus")
 

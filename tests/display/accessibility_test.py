@@ -22,7 +22,7 @@ def check(found, expected):
 def check_roles(window):
     assert window.node("link").name.startswith("by ")
     for node in window.nodes():
-        if "showing" in node.states:
+        if "showing" in node.states and node.role != "filler":  # what newer versions of Qt put around the content
             assert node.role in CONTROLS | PLAIN and node.name, node
             if "sensitive" in node.states:
                 assert node.role in PLAIN | {"list item"} or "focusable" in node.states, node
