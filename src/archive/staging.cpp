@@ -14,7 +14,7 @@
 namespace stowlark {
 namespace {
 
-#ifdef __APPLE__ // the folder around it is this user's own, and the root of an image takes the mode over
+#ifdef __APPLE__ // whose temporary folder is the user's own; the root of an image takes the mode over
 constexpr mode_t folderMode = 0777;
 #else
 constexpr mode_t folderMode = 0700;

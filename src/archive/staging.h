@@ -7,8 +7,8 @@
 
 namespace stowlark {
 
-/// Makes a folder in the temporary folder, named `prefix` and a fresh UUID, which only this user can reach.
-/// Blocks; throws PlatformError.
+/// Makes a folder in the temporary folder, named `prefix` and a fresh UUID, which on Linux only this user may
+/// enter. Blocks; throws PlatformError.
 Path createTemporaryFolder(std::string_view prefix);
 
 /// The `n`th other name for an item whose own name is taken: "_n" before its last extension. n = 0 is `name`

@@ -28,7 +28,11 @@ bool canBeCloned(int source, const struct stat &info) {
     return list == nullptr;
 }
 
-/// Attributes that the target's file system or the user's rights do not allow are left out.
+bool isRefused() {
+    return errno == EPERM || errno == ENOTSUP;
+}
+
+/// What the target's file system or the user's rights do not allow is left out.
 int copyMetadata(int source, const struct stat &info, int target) {
     if (::fcopyfile(source, target, nullptr, COPYFILE_XATTR) != 0 && (errno == ENOSPC || errno == EDQUOT)) {
         return errno;
@@ -37,10 +41,9 @@ int copyMetadata(int source, const struct stat &info, int target) {
         ::fchflags(target, UF_HIDDEN);
     }
     const std::array<timespec, 2> times{info.st_atimespec, info.st_mtimespec};
-    if (::fchmod(target, info.st_mode & 07777) != 0 || ::futimens(target, times.data()) != 0) {
-        return errno;
-    }
-    return 0;
+    const bool hasMode = ::fchmod(target, info.st_mode & 07777) == 0 ||
+                         (isRefused() && (::fchmod(target, info.st_mode & 0777) == 0 || isRefused()));
+    return hasMode && (::futimens(target, times.data()) == 0 || isRefused()) ? 0 : errno;
 }
 
 } // namespace

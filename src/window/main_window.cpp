@@ -25,7 +25,13 @@ std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &vi
     std::unique_ptr<QObject> root(component.createWithInitialProperties(properties));
     std::unique_ptr<QQuickWindow> window(qobject_cast<QQuickWindow *>(root.release()));
     if (window != nullptr) {
-        window->setProperty("titleBarHeight", extendUnderTitleBar(*window));
+        const auto extend = [extended = window.get()] {
+            extended->setProperty("titleBarHeight", extendUnderTitleBar(*extended));
+        };
+        extend();
+        // Qt gives the window another style when it enters and leaves full screen.
+        QObject::connect(window.get(), &QWindow::windowStateChanged, window.get(), extend,
+                         Qt::QueuedConnection);
     }
     return window;
 }

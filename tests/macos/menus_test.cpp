@@ -27,16 +27,27 @@ private Q_SLOTS:
         UpdateChecker updater({});
         MenuCommands commands(state, updater, {});
         const SystemMenus menus(commands);
-        QMap<QString, QAction *> items;
-        for (const auto *menu : QApplication::topLevelWidgets()) {
-            for (QAction *item : menu->inherits("QMenu") ? menu->actions() : QList<QAction *>()) {
-                items[item->text()] = item;
+        QMap<QString, QAction *> items; // by their texts
+        for (const QWidget *menu : QApplication::topLevelWidgets()) {
+            if (menu->inherits("QMenu") && menu->property("title") != u"Help"_s) {
+                for (QAction *item : menu->actions()) {
+                    items[item->text()] = item;
+                }
             }
         }
-        for (const char *item : {"Close", "Undo", "Paste", "Minimize"}) {
-            items[QString::fromLatin1(item)]->trigger();
+        items.remove({}); // separators
+        QStringList all;
+        for (QAction *item : items) {
+            item->trigger();
+            all += item->text() + (item->shortcut().isEmpty() ? u" "_s : u" with keys "_s) +
+                   QString::fromLatin1(sent.takeLast());
         }
-        QCOMPARE(sent, (QByteArrayList{"performClose:", "undo:", "paste:", "performMiniaturize:"}));
+        QCOMPARE(all.join(u", "_s),
+                 u"Bring All to Front arrangeInFront:, Close with keys performClose:, "
+                 "Copy with keys copy:, Cut with keys cut:, Delete delete:, "
+                 "Minimize with keys performMiniaturize:, Paste with keys paste:, "
+                 "Redo with keys redo:, Select All with keys selectAll:, Undo with keys undo:, "
+                 "Zoom performZoom:"_s);
 
         QLineEdit field(u"abc"_s);
         field.show();
@@ -49,7 +60,7 @@ private Q_SLOTS:
             texts += field.text();
         }
         QCOMPARE(texts.join(u' '), u"abc abc  abc  abc abc "_s);
-        QCOMPARE(sent.size(), 4);
+        QVERIFY(sent.isEmpty());
     }
 };
 

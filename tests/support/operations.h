@@ -11,9 +11,8 @@ namespace stowlark {
 struct InstalledFormat {
     const char *name;
     ArchiveFormat format;
-    std::string archive;         ///< a name for one
-    bool warnsOfBroken = false;  ///< creating fails where a link leads nowhere
-    bool refusesLinksUp = false; ///< extracting fails where a link leads up
+    std::string archive;       ///< a name for one
+    bool followsLinks = false; ///< stores what links point to, and fails where one leads nowhere
 };
 
 /// The formats whose tools are there to create and extract.
@@ -26,7 +25,7 @@ inline std::vector<InstalledFormat> installedFormats() {
         information.start(displayText(tool->native()), {QStringLiteral("i")});
         information.waitForFinished();
         const bool isOfP7zip = information.readAll().contains("p7zip");
-        formats.push_back({"7-Zip", ArchiveFormat::sevenZ, "o.7z", !isOfP7zip, isOfP7zip});
+        formats.push_back({"7-Zip", ArchiveFormat::sevenZ, "o.7z", !isOfP7zip});
     }
     if (tools.findTool("rar")) {
         formats.push_back({"RAR", ArchiveFormat::rar, "o.rar", true});

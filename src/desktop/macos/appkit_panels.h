@@ -2,8 +2,7 @@
 
 #include "desktop/macos/take_urls.h"
 
-/// AppKit's panels. Each is a sheet of the application's window, or stands alone where there is no window to
-/// cover, and leaves the event loop turning.
+/// AppKit's panels. Each is a sheet of the application's window, or stands alone where none is to be seen.
 namespace stowlark::appkit {
 
 /// Texts are UTF-8.
@@ -21,8 +20,8 @@ struct OpenPanel {
 /// or an empty text if the user cancels.
 void showOpenPanel(const OpenPanel &options, TakeUrls take, void *context);
 
-/// Shows an alert with the one button "OK", and returns. `done` is called once, when the user has dismissed
-/// it. UTF-8; `style` is an NSAlertStyle.
+/// Shows an alert with the one button "OK". `done` is called once, when the user has dismissed it: later, or
+/// where the alert stands alone before this returns. UTF-8; `style` is an NSAlertStyle.
 void showAlert(const char *title, const char *message, int style, void (*done)(void *context), void *context);
 
 } // namespace stowlark::appkit

@@ -6,7 +6,10 @@ namespace stowlark::appkit {
 
 double extendUnderTitleBar(void *view) {
     NSWindow *window = ((__bridge NSView *) view).window;
-    window.styleMask |= NSWindowStyleMaskFullSizeContentView; // which Qt leaves as it is from then on
+    if ((window.styleMask & NSWindowStyleMaskFullScreen) != 0) {
+        return 0; // the bar comes and goes over the content
+    }
+    window.styleMask |= NSWindowStyleMaskFullSizeContentView;
     window.titlebarAppearsTransparent = YES;
     return window.frame.size.height - window.contentLayoutRect.size.height;
 }
