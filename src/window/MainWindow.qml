@@ -9,8 +9,10 @@ ApplicationWindow {
     id: root
 
     required property ContentView view
-    /// How much of the upper edge lies under the title bar.
+    /// The height of the title bar where the content lies under it, else 0.
     property real titleBarHeight: 0
+    /// How much of the upper edge it covers.
+    readonly property real covered: visibility === Window.FullScreen ? 0 : titleBarHeight
     /// The height of what is above and below the content.
     readonly property real around: titleBarHeight + (menuBar?.height ?? 0) + (footer?.height ?? 0)
 
@@ -61,7 +63,7 @@ ApplicationWindow {
     Item { // what lies under the title bar moves the window as that does
         y: -root.contentItem.y
         width: parent.width
-        height: root.titleBarHeight
+        height: root.covered
 
         DragHandler {
             target: null
@@ -72,7 +74,7 @@ ApplicationWindow {
 
     ColumnLayout {
         anchors.fill: parent
-        anchors.topMargin: Math.max(0, root.titleBarHeight - root.contentItem.y) // which Qt sees to from 6.9 on
+        anchors.topMargin: Math.max(0, root.covered - root.contentItem.y) // which Qt sees to from 6.9 on
         spacing: 0
 
         RowLayout {

@@ -25,11 +25,13 @@ std::unique_ptr<QQuickWindow> openMainWindow(QQmlEngine &engine, ContentView &vi
     std::unique_ptr<QObject> root(component.createWithInitialProperties(properties));
     std::unique_ptr<QQuickWindow> window(qobject_cast<QQuickWindow *>(root.release()));
     if (window != nullptr) {
-        const auto extend = [extended = window.get()] {
-            extended->setProperty("titleBarHeight", extendUnderTitleBar(*extended));
+        const auto extend = [shown = window.get()] {
+            if (!shown->windowStates().testFlag(Qt::WindowFullScreen)) {
+                shown->setProperty("titleBarHeight", extendUnderTitleBar(*shown));
+            }
         };
         extend();
-        // Qt gives the window another style when it enters and leaves full screen.
+        // Qt gives the window another style when it leaves full screen.
         QObject::connect(window.get(), &QWindow::windowStateChanged, window.get(), extend,
                          Qt::QueuedConnection);
     }

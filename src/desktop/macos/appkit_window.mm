@@ -6,9 +6,6 @@ namespace stowlark::appkit {
 
 double extendUnderTitleBar(void *view) {
     NSWindow *window = ((__bridge NSView *) view).window;
-    if ((window.styleMask & NSWindowStyleMaskFullScreen) != 0) {
-        return 0; // the bar comes and goes over the content
-    }
     window.styleMask |= NSWindowStyleMaskFullSizeContentView;
     window.titlebarAppearsTransparent = YES;
     return window.frame.size.height - window.contentLayoutRect.size.height;

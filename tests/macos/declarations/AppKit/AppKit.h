@@ -33,10 +33,7 @@ extern "C" void CGContextRelease(CGContextRef context);
 @property(readonly, weak) NSWindow *window;
 @end
 typedef NSUInteger NSWindowStyleMask;
-enum : NSWindowStyleMask {
-    NSWindowStyleMaskFullScreen = 1 << 14,
-    NSWindowStyleMaskFullSizeContentView = 1 << 15,
-};
+enum : NSWindowStyleMask { NSWindowStyleMaskFullSizeContentView = 1 << 15 };
 @interface NSWindow : NSObject
 @property NSWindowStyleMask styleMask;
 @property(readonly) NSRect frame;
