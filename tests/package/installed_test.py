@@ -80,7 +80,7 @@ def archive(name):
 
 def extract(window, path):
     window.find("label", path.name)
-    window.find("push button", "Extract Archive").press()
+    window.find("button", "Extract Archive").press()
     window.wait("the outcome", lambda: f"Extracted to: {path.stem}/" in window.spoken())
     assert (path.with_suffix("") / "inside.txt").read_text() == path.name
 
