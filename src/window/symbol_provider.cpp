@@ -12,10 +12,10 @@ SymbolProvider::SymbolProvider()
 QImage SymbolProvider::requestImage(const QString &id, QSize *size, const QSize &requestedSize) {
     const QStringList parts = id.split(u'/');
     const QString drawing = QStringLiteral(":/qt/qml/Stowlark/Window/%1.svg");
-    const QImage image = parts.size() == 3
-                             ? symbolImage(parts[0], drawing.arg(QStringLiteral("symbols/") + parts[0]),
-                                           parts[1].toInt(), QColor(u'#' + parts[2]))
-                             : drawnImage(drawing.arg(id), requestedSize.width());
+    QImage image = parts.size() == 3
+                       ? symbolImage(parts[0], drawing.arg(QStringLiteral("symbols/") + parts[0]),
+                                     parts[1].toInt(), QColor(u'#' + parts[2]))
+                       : drawnImage(drawing.arg(id), requestedSize.width());
     if (size != nullptr) {
         *size = image.size();
     }
