@@ -53,8 +53,9 @@ struct Reply {
 };
 
 inline QByteArray http(const QByteArray &status, const QByteArray &body, const QByteArray &headers = {}) {
-    return "HTTP/1.1 " + status + "\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n" +
-           headers + "\r\n" + body;
+    return "HTTP/1.1 " + status +
+           "\r\nConnection: close\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n" + headers +
+           "\r\n" + body;
 }
 
 inline QByteArray feed(const QByteArray &version, const QByteArray &url = "https://a.example/b") {
