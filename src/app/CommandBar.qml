@@ -14,7 +14,7 @@ MenuBar {
         help.dismiss();
     }
 
-    topPadding: 2 // each, as newer versions of Qt bind each to the safe area
+    topPadding: 2 // newer versions of Qt bind these to the safe area, each by itself
     bottomPadding: 2
     leftPadding: 8
     Accessible.name: qsTr("Menus")

@@ -11,8 +11,8 @@ namespace stowlark {
 /// is three quarters of `side`.
 QImage symbolImage(const QString &name, const QString &drawing, int side, const QColor &color);
 
-/// What the SVG file shows, in its own colours, `side` pixels wide and high; null if it can't be read. Qt's
-/// image plugin for SVG isn't needed, which some systems package apart.
+/// What the SVG file shows, in its own colours, `side` pixels wide and high; null if it can't be read. Needs
+/// no image plugin for SVG, which some systems have in a package of its own.
 QImage drawnImage(const QString &drawing, int side);
 
 /// The system's own symbol, in black; null where it has none of this name. One source per system.
